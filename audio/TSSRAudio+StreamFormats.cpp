@@ -1,0 +1,40 @@
+// Stream formats as arrays of nine numbers.
+#include "TessarinFoundation/TSSRAudio.h"
+
+#include "TessarinPlatform/NSMutableArray.h"
+#include "TessarinPlatform/NSNumber.h"
+#include "TessarinPlatform/Retained.h"
+
+using namespace tessarin;
+
+namespace {
+
+// The low 32 bits of what the element answers, whatever object it is.
+UInt32 unsigned32At(NSArray array, NSUInteger index) {
+    return static_cast<UInt32>(as<NSNumber>(array.objectAtIndex(index)).unsignedLongValue());
+}
+
+} // namespace
+
+NSArray TSSRArrayFromASBD(AudioStreamBasicDescription format) {
+    const Retained<NSMutableArray> numbers = adopt(NSMutableArray::alloc().initWithCapacity(9));
+    numbers.addObject(NSNumber::numberWithDouble(format.mSampleRate));
+    for (const UInt32 field :
+         {format.mFormatID, format.mFormatFlags, format.mBytesPerPacket, format.mFramesPerPacket,
+          format.mBytesPerFrame, format.mChannelsPerFrame, format.mBitsPerChannel, format.mReserved})
+        numbers.addObject(NSNumber::numberWithUnsignedLong(field));
+    return NSArray::arrayWithArray(numbers);
+}
+
+AudioStreamBasicDescription TSSRASBDFromArray(NSArray array) {
+    // A braced list is evaluated from left to right: the elements are fetched in order.
+    return {as<NSNumber>(array.objectAtIndex(0)).doubleValue(),
+            unsigned32At(array, 1),
+            unsigned32At(array, 2),
+            unsigned32At(array, 3),
+            unsigned32At(array, 4),
+            unsigned32At(array, 5),
+            unsigned32At(array, 6),
+            unsigned32At(array, 7),
+            unsigned32At(array, 8)};
+}

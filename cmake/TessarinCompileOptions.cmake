@@ -1,0 +1,23 @@
+# Compile options of the project's own targets: warnings, which are errors, and sanitizers.
+
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES AND PROJECT_IS_TOP_LEVEL)
+    set(CMAKE_BUILD_TYPE RelWithDebInfo CACHE STRING "Build type" FORCE)
+endif()
+set(CMAKE_CXX_EXTENSIONS OFF)
+
+option(TESSARIN_WARNINGS_AS_ERRORS "Treat the compiler's warnings as errors" ${PROJECT_IS_TOP_LEVEL})
+
+add_library(tessarin_warnings INTERFACE)
+set(warnings -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wnon-virtual-dtor -Wold-style-cast
+    -Wcast-align -Woverloaded-virtual -Wdouble-promotion)
+if(TESSARIN_WARNINGS_AS_ERRORS)
+    list(APPEND warnings -Werror)
+endif()
+target_compile_options(tessarin_warnings INTERFACE $<$<COMPILE_LANGUAGE:CXX>:${warnings}>)
+
+add_library(tessarin_sanitizers INTERFACE)
+if(TESSARIN_SANITIZE)
+    target_compile_options(tessarin_sanitizers INTERFACE -fsanitize=${TESSARIN_SANITIZE}
+                           -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(tessarin_sanitizers INTERFACE -fsanitize=${TESSARIN_SANITIZE})
+endif()

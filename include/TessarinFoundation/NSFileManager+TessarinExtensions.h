@@ -1,0 +1,27 @@
+// File managers of one's own.
+#pragma once
+
+#include "TessarinPlatform/detail/LibraryAnchor.h"
+
+#if defined(__OBJC__)
+
+#    import <Foundation/NSFileManager.h>
+
+@interface NSFileManager (TessarinExtensions)
+
++ (NSFileManager*)tessarin_fileManager;
+
+@end
+
+#else
+
+#    include "TessarinPlatform/NSFileManager.h"
+
+// A new file manager, autoreleased: never the shared default one, and of the class NSFileManager itself also
+// when a derived class is asked.
+//
+//   NSFileManager manager = tessarin_fileManager();
+TESSARIN_EXPORT tessarin::NSFileManager tessarin_fileManager();
+TESSARIN_EXPORT tessarin::NSFileManager tessarin_fileManager(tessarin::Class receiver);
+
+#endif

@@ -1,0 +1,30 @@
+// File URLs relative to each other.
+#pragma once
+
+#include "TessarinPlatform/detail/LibraryAnchor.h"
+
+#if defined(__OBJC__)
+
+#    import <Foundation/NSURL.h>
+
+@interface NSURL (TessarinExtensions)
+
+- (NSURL*)tessarin_fileURLRelativeToFileURL:(NSURL*)base;
+
+@end
+
+#else
+
+#    include "TessarinPlatform/NSURL.h"
+
+// A file URL made from the receiver's path relative to the base's path (tessarin_pathRelativeToDirectory,
+// whose NSRangeException passes through). That path is mostly relative, and the platform takes a relative
+// path against the process's current directory: the result is not a URL relative to `base`, which is meant.
+// nil when either is not a file URL or is nil. When both name the same location the path is empty; what the
+// platform makes of that is its own matter: nil on the embedded platform and on macOS, the current directory
+// on GNUstep. Autoreleased.
+//
+//   NSURL relative = tessarin_fileURLRelativeToFileURL(file, folder);
+TESSARIN_EXPORT tessarin::NSURL tessarin_fileURLRelativeToFileURL(tessarin::NSURL file, tessarin::NSURL base);
+
+#endif

@@ -1,0 +1,7 @@
+// The whole library.
+#pragma once
+
+#include "TessarinFoundation/NSFileManager+TessarinExtensions.h"
+#include "TessarinFoundation/NSString+TessarinExtensions.h"
+#include "TessarinFoundation/NSURL+TessarinExtensions.h"
+#include "TessarinFoundation/TSSRAudio.h"

@@ -1,0 +1,78 @@
+// NSArray: an immutable ordered list of objects.
+#pragma once
+
+#include "TessarinPlatform/FastEnumeration.h"
+#include "TessarinPlatform/detail/NSString-class.h"
+
+namespace tessarin {
+
+class NSArray : public Handle<NSArray, "NSArray", NSObject> {
+public:
+    using Handle::Handle;
+
+    static NSArray array() { return send<NSArray>(classObject(), "array"_sel); }
+    static NSArray arrayWithArray(NSArray other) {
+        return send<NSArray>(classObject(), "arrayWithArray:"_sel, other);
+    }
+    static NSArray arrayWithObject(NSObject object) {
+        return send<NSArray>(classObject(), "arrayWithObject:"_sel, object);
+    }
+    // None of the objects may be nil.
+    static NSArray arrayWithObjects_count(const NSObject* objects, NSUInteger count) {
+        return send<NSArray>(classObject(), "arrayWithObjects:count:"_sel, objects, count);
+    }
+    // arrayOf("a"_ns, NSNumber::numberWithInt(1)): any number of objects, none nil.
+    template <std::derived_from<NSObject>... Objects>
+    static NSArray arrayOf(const Objects&... objects) {
+        const NSObject list[sizeof...(objects) + 1] = {objects...};
+        return arrayWithObjects_count(list, sizeof...(objects));
+    }
+
+    [[nodiscard]] NSArray init() const { return send<NSArray>(*this, "init"_sel); }
+    [[nodiscard]] NSArray initWithArray(NSArray other) const {
+        return send<NSArray>(*this, "initWithArray:"_sel, other);
+    }
+    [[nodiscard]] NSArray initWithObjects_count(const NSObject* objects, NSUInteger count) const {
+        return send<NSArray>(*this, "initWithObjects:count:"_sel, objects, count);
+    }
+    [[nodiscard]] NSArray initWithArray_copyItems(NSArray other, bool copyItems) const {
+        return send<NSArray>(*this, "initWithArray:copyItems:"_sel, other, static_cast<BOOL>(copyItems));
+    }
+
+    NSUInteger count() const { return send<NSUInteger>(*this, "count"_sel); }
+    id objectAtIndex(NSUInteger index) const { return send<id>(*this, "objectAtIndex:"_sel, index); }
+    id firstObject() const { return send<id>(*this, "firstObject"_sel); }
+    id lastObject() const { return send<id>(*this, "lastObject"_sel); }
+    bool containsObject(NSObject object) const {
+        return send<BOOL>(*this, "containsObject:"_sel, object) != NO;
+    }
+    NSUInteger indexOfObject(NSObject object) const {
+        return send<NSUInteger>(*this, "indexOfObject:"_sel, object);
+    }
+    NSUInteger indexOfObjectIdenticalTo(NSObject object) const {
+        return send<NSUInteger>(*this, "indexOfObjectIdenticalTo:"_sel, object);
+    }
+    bool isEqualToArray(NSArray other) const { return send<BOOL>(*this, "isEqualToArray:"_sel, other) != NO; }
+    void getObjects_range(NSObject* objects, NSRange range) const {
+        send<void>(*this, "getObjects:range:"_sel, objects, range);
+    }
+    NSArray subarrayWithRange(NSRange range) const {
+        return send<NSArray>(*this, "subarrayWithRange:"_sel, range);
+    }
+    NSArray arrayByAddingObject(NSObject object) const {
+        return send<NSArray>(*this, "arrayByAddingObject:"_sel, object);
+    }
+    NSString componentsJoinedByString(NSString separator) const {
+        return send<NSString>(*this, "componentsJoinedByString:"_sel, separator);
+    }
+    NSArray sortedArrayUsingSelector(SEL comparison) const {
+        return send<NSArray>(*this, "sortedArrayUsingSelector:"_sel, comparison);
+    }
+
+    FastEnumerator begin() const { return *this ? FastEnumerator(*this) : FastEnumerator(); }
+    std::default_sentinel_t end() const { return {}; }
+};
+
+} // namespace tessarin
+
+#include "TessarinPlatform/NSString.h"

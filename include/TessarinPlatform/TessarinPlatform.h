@@ -1,0 +1,20 @@
+// The whole platform as C++ sees it.
+#pragma once
+
+#include "TessarinPlatform/AutoreleasePool.h"
+#include "TessarinPlatform/Definition.h"
+#include "TessarinPlatform/Exceptions.h"
+#include "TessarinPlatform/NSCharacterSet.h"
+#include "TessarinPlatform/NSDate.h"
+#include "TessarinPlatform/NSFileManager.h"
+#include "TessarinPlatform/NSLog.h"
+#include "TessarinPlatform/NSMutableArray.h"
+#include "TessarinPlatform/NSMutableDictionary.h"
+#include "TessarinPlatform/NSMutableString.h"
+#include "TessarinPlatform/NSNull.h"
+#include "TessarinPlatform/NSNumber.h"
+#include "TessarinPlatform/NSPropertyListSerialization.h"
+#include "TessarinPlatform/NSURL.h"
+#include "TessarinPlatform/Retained.h"
+#include "TessarinPlatform/Streaming.h"
+#include "TessarinPlatform/Synchronized.h"

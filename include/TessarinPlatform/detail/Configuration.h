@@ -1,0 +1,43 @@
+// Which platform the program is compiled for, and the marks of exported symbols.
+#pragma once
+
+// A client of the native build is compiled with TESSARIN_NATIVE defined (the CMake target does so); every
+// other client uses the embedded platform.
+#if defined(TESSARIN_NATIVE) || defined(__OBJC__)
+#    define TESSARIN_PLATFORM_NATIVE 1
+#    define TESSARIN_PLATFORM_EMBEDDED 0
+#else
+#    define TESSARIN_PLATFORM_NATIVE 0
+#    define TESSARIN_PLATFORM_EMBEDDED 1
+#endif
+
+#if defined(_WIN32)
+#    if defined(TESSARIN_STATIC)
+#        define TESSARIN_EXPORT
+#    elif defined(TESSARIN_BUILDING)
+#        define TESSARIN_EXPORT __declspec(dllexport)
+#    else
+#        define TESSARIN_EXPORT __declspec(dllimport)
+#    endif
+#else
+#    define TESSARIN_EXPORT __attribute__((visibility("default")))
+#endif
+
+// The plain functions are C symbols in both faces. Their C++ face returns handles, which are one pointer wide
+// and passed exactly like one; Clang's warning that C could not declare them does not apply.
+#if defined(__cplusplus)
+#    if defined(__clang__)
+#        define TESSARIN_C_DECLARATIONS_BEGIN                                                                \
+            _Pragma("clang diagnostic push")                                                                 \
+                _Pragma("clang diagnostic ignored \"-Wreturn-type-c-linkage\"") extern "C" {
+#        define TESSARIN_C_DECLARATIONS_END                                                                  \
+            }                                                                                                \
+            _Pragma("clang diagnostic pop")
+#    else
+#        define TESSARIN_C_DECLARATIONS_BEGIN extern "C" {
+#        define TESSARIN_C_DECLARATIONS_END }
+#    endif
+#else
+#    define TESSARIN_C_DECLARATIONS_BEGIN
+#    define TESSARIN_C_DECLARATIONS_END
+#endif

@@ -1,0 +1,93 @@
+#include "platform/embedded/foundation/ArrayStorage.h"
+
+#include "TessarinPlatform/NSException.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <string>
+
+namespace tessarin::embedded {
+namespace {
+
+NSObject* resized(NSObject* buffer, NSUInteger capacity) {
+    if (capacity > std::numeric_limits<std::size_t>::max() / sizeof(NSObject)) throw std::bad_alloc();
+    // Handles may be moved as bytes, which makes growing a large buffer cheap.
+    void* memory = std::realloc(static_cast<void*>(buffer), capacity * sizeof(NSObject));
+    if (!memory) throw std::bad_alloc();
+    return static_cast<NSObject*>(memory);
+}
+
+void copyRetained(const NSObject* items, NSUInteger count, NSObject* target) {
+    for (NSUInteger index = 0; index < count; ++index) {
+        runtime::retain(items[index].object());
+        target[index] = items[index];
+    }
+}
+
+std::string boundsText(NSUInteger count) {
+    return count == 0 ? "bounds for empty array" : "bounds [0 .. " + std::to_string(count - 1) + "]";
+}
+
+} // namespace
+
+ArrayStorage::~ArrayStorage() {
+    if (capacity > 0) std::free(static_cast<void*>(items));
+}
+
+void ArrayStorage::allocate(NSUInteger wanted) {
+    if (wanted == 0) return;
+    items = resized(nullptr, wanted);
+    capacity = wanted;
+}
+
+void ArrayStorage::reserve(NSUInteger wanted) {
+    if (wanted <= capacity) return;
+    const NSUInteger grown = std::max({wanted, capacity + capacity / 2, NSUInteger{4}});
+    items = resized(items, grown);
+    capacity = grown;
+}
+
+ArrayItems::ArrayItems(NSArray array) {
+    if (!array) return;
+    if (hasArrayStorage(array)) {
+        const ArrayStorage& storage = storageOf<ArrayStorage>(array);
+        items_ = {storage.items, storage.count};
+        return;
+    }
+    const NSUInteger count = array.count();
+    for (NSUInteger index = 0; index < count; ++index) gathered_.push_back(array.objectAtIndex(index));
+    items_ = gathered_;
+}
+
+Retained<NSArray> newArray(const NSObject* items, NSUInteger count) {
+    if (count > std::numeric_limits<std::size_t>::max() / (2 * sizeof(NSObject))) throw std::bad_alloc();
+    Retained<NSArray> array =
+        adopt(NSArray(createInstance(NSArray::classObject(), count * sizeof(NSObject))));
+    ArrayStorage& storage = storageOf<ArrayStorage>(array);
+    storage.items = static_cast<NSObject*>(extraBytesOf(array.object()));
+    copyRetained(items, count, storage.items);
+    storage.count = count;
+    return array;
+}
+
+Retained<NSMutableArray> newMutableArray(const NSObject* items, NSUInteger count) {
+    Retained<NSMutableArray> array = adopt(NSMutableArray(createInstance(NSMutableArray::classObject())));
+    ArrayStorage& storage = storageOf<ArrayStorage>(array);
+    storage.allocate(count);
+    copyRetained(items, count, storage.items);
+    storage.count = count;
+    return array;
+}
+
+void raiseBeyondBounds(NSObject array, SEL selector, NSUInteger index, NSUInteger count) {
+    raiseFrom(NSRangeException(), array, selector,
+              "index " + std::to_string(index) + " beyond " + boundsText(count));
+}
+
+void raiseBeyondBounds(NSObject array, SEL selector, NSRange range, NSUInteger count) {
+    raiseFrom(NSRangeException(), array, selector,
+              "range {" + std::to_string(range.location) + ", " + std::to_string(range.length)
+                  + "} extends beyond " + boundsText(count));
+}
+
+} // namespace tessarin::embedded

@@ -1,0 +1,76 @@
+// How the embedded platform's arrays keep their items, and what its other classes need of arrays.
+#pragma once
+
+#include "TessarinPlatform/NSMutableArray.h"
+#include "TessarinPlatform/Retained.h"
+#include "platform/embedded/runtime/BuiltInClass.h"
+
+#include <span>
+#include <vector>
+
+namespace tessarin::embedded {
+
+// What an array object keeps. The items are retained; the array's dealloc releases them.
+struct ArrayStorage {
+    ArrayStorage() = default;
+    ArrayStorage(const ArrayStorage&) = delete;
+    ArrayStorage& operator=(const ArrayStorage&) = delete;
+    ~ArrayStorage();
+
+    // Makes room for at least that many items, with room to spare for growing one by one.
+    void reserve(NSUInteger wanted);
+    // Makes room for exactly that many in an array that has none.
+    void allocate(NSUInteger wanted);
+
+    NSObject* items = nullptr;
+    NSUInteger count = 0;
+    NSUInteger capacity =
+        0; // of a buffer of its own; 0 when the items stand behind the object or there is no room
+    unsigned long mutations = 0;
+};
+
+// Whether an object is an array that no subclass has taken the primitive operations, count and
+// objectAtIndex:, from. Then its storage may be read.
+bool inheritsArrayPrimitives(NSObject object);
+inline bool hasArrayStorage(NSObject object) {
+    const Object* classObject = object.object()->isa;
+    return classObject == "NSArray"_class.object() || classObject == "NSMutableArray"_class.object()
+           || inheritsArrayPrimitives(object);
+}
+
+// The items of any array; nil is empty. Those of an array with storage of its own are looked at where they
+// are, valid until the array is changed or goes: no message that may do so is sent while they are in use.
+class ArrayItems {
+public:
+    explicit ArrayItems(NSArray array);
+
+    const NSObject* data() const { return items_.data(); }
+    NSUInteger size() const { return items_.size(); }
+    const NSObject* begin() const { return data(); }
+    const NSObject* end() const { return data() + size(); }
+    NSObject operator[](NSUInteger index) const { return items_[index]; }
+
+private:
+    std::vector<NSObject> gathered_;
+    std::span<const NSObject> items_;
+};
+
+// New arrays of items that are not nil, retained by the array.
+Retained<NSArray> newArray(const NSObject* items, NSUInteger count);
+Retained<NSMutableArray> newMutableArray(const NSObject* items, NSUInteger count);
+inline NSArray makeArray(std::span<const NSObject> items) {
+    return newArray(items.data(), items.size()).autorelease();
+}
+
+// Raises NSRangeException, in the platform's wording, for an index or a range of an array with `count` items.
+[[noreturn]] void raiseBeyondBounds(NSObject array, SEL selector, NSUInteger index, NSUInteger count);
+[[noreturn]] void raiseBeyondBounds(NSObject array, SEL selector, NSRange range, NSUInteger count);
+inline bool isWithin(NSRange range, NSUInteger count) {
+    return range.location <= count && range.length <= count - range.location;
+}
+
+// NSArray's own count and init, and what NSMutableArray shares with it.
+NSUInteger countOfArray(NSArray self, SEL);
+NSArray initArrayWithObjectsCount(NSArray self, SEL selector, const NSObject* objects, NSUInteger count);
+
+} // namespace tessarin::embedded

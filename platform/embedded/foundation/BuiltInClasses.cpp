@@ -1,0 +1,54 @@
+// The table of the embedded platform's classes. A class is defined when it is first looked up.
+#include "platform/embedded/runtime/BuiltInClass.h"
+
+#include <iterator>
+
+namespace tessarin::embedded {
+
+// Each is defined in the file that bears the class's name.
+ClassDescription describeNSObject();
+ClassDescription describeProtocol();
+ClassDescription describeNSString();
+ClassDescription describeNSMutableString();
+ClassDescription describeNSNumber();
+ClassDescription describeNSArray();
+ClassDescription describeNSMutableArray();
+ClassDescription describeNSDictionary();
+ClassDescription describeNSMutableDictionary();
+ClassDescription describeNSEnumerator();
+ClassDescription describeNSCharacterSet();
+ClassDescription describeNSData();
+ClassDescription describeNSMutableData();
+ClassDescription describeNSDate();
+ClassDescription describeNSNull();
+ClassDescription describeNSURL();
+ClassDescription describeNSFileManager();
+ClassDescription describeNSException();
+ClassDescription describeNSError();
+ClassDescription describeNSPropertyListSerialization();
+
+const BuiltInClass builtInClasses[] = {
+    {"NSObject", describeNSObject},
+    {"Protocol", describeProtocol},
+    {"NSString", describeNSString},
+    {"NSMutableString", describeNSMutableString},
+    {"NSNumber", describeNSNumber},
+    {"NSArray", describeNSArray},
+    {"NSMutableArray", describeNSMutableArray},
+    {"NSDictionary", describeNSDictionary},
+    {"NSMutableDictionary", describeNSMutableDictionary},
+    {"NSEnumerator", describeNSEnumerator},
+    {"NSCharacterSet", describeNSCharacterSet},
+    {"NSData", describeNSData},
+    {"NSMutableData", describeNSMutableData},
+    {"NSDate", describeNSDate},
+    {"NSNull", describeNSNull},
+    {"NSURL", describeNSURL},
+    {"NSFileManager", describeNSFileManager},
+    {"NSException", describeNSException},
+    {"NSError", describeNSError},
+    {"NSPropertyListSerialization", describeNSPropertyListSerialization},
+};
+const std::size_t builtInClassCount = std::size(builtInClasses);
+
+} // namespace tessarin::embedded

@@ -1,0 +1,110 @@
+// How the embedded platform's dictionaries keep their entries: a hash table that remembers the order of
+// insertion.
+#pragma once
+
+#include "TessarinPlatform/NSMutableDictionary.h"
+#include "TessarinPlatform/Retained.h"
+#include "platform/embedded/runtime/BuiltInClass.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace tessarin::embedded {
+
+// Key and object are retained. The place of a removed entry keeps its hash and has no key.
+struct DictionaryEntry {
+    NSUInteger hash;
+    NSObject key;
+    NSObject object;
+};
+
+class DictionaryStorage {
+public:
+    static constexpr std::size_t notFound = static_cast<std::size_t>(-1);
+
+    DictionaryStorage() = default;
+    DictionaryStorage(const DictionaryStorage&) = delete;
+    DictionaryStorage& operator=(const DictionaryStorage&) = delete;
+    ~DictionaryStorage() = default;
+
+    NSUInteger count() const { return count_; }
+    // Every entry has an index below this one; nextEntry passes over the removed ones.
+    std::size_t size() const { return entries_.size(); }
+    const DictionaryEntry& entry(std::size_t index) const { return entries_[index]; }
+    // The first entry at or after an index, or notFound.
+    std::size_t nextEntry(std::size_t index) const;
+
+    // The entries whose keys may equal a key of that hash, one after the other.
+    class Candidates {
+    public:
+        Candidates() = default;
+        Candidates(const DictionaryStorage& storage, NSUInteger hash);
+        std::size_t next(const DictionaryStorage& storage); // its index, or notFound
+
+    private:
+        NSUInteger hash_ = 0;
+        std::size_t position_ = 0; // of an entry in a small table, of a slot in any other
+    };
+
+    // The changes to the entries send no message, so that nothing interrupts them.
+    void reserve(std::size_t entries);
+    // Makes an empty table a copy of another, with references of its own.
+    void copyFrom(const DictionaryStorage& other);
+    // Adds a key that is not there, taking over the caller's references.
+    void append(const DictionaryEntry& entry);
+    // Takes an object's place, handing the reference to the old one to the caller.
+    NSObject replaceObject(std::size_t index, NSObject object);
+    // Takes an entry out, handing its references to the caller.
+    DictionaryEntry take(std::size_t index);
+    std::vector<DictionaryEntry> takeAll();
+
+    unsigned long mutations = 0;
+
+private:
+    // Up to this size a look-up passes over all hashes, which is faster than any table.
+    static constexpr std::size_t smallSize = 8;
+
+    std::size_t slotOf(NSUInteger hash) const;
+    void fillSlots(std::size_t slotCount);
+    void makeRoom();
+
+    std::vector<DictionaryEntry> entries_; // in order of insertion
+    std::vector<std::uint32_t> slots_;     // index of an entry + 1, or 0; none while the table is small
+    NSUInteger count_ = 0;
+};
+
+// Whether an object is a dictionary that no subclass has taken the primitive operations, count, objectForKey:
+// and keyEnumerator, from. Then its storage may be read.
+bool inheritsDictionaryPrimitives(NSObject object);
+inline bool hasDictionaryStorage(NSObject object) {
+    const Object* classObject = object.object()->isa;
+    return classObject == "NSDictionary"_class.object() || classObject == "NSMutableDictionary"_class.object()
+           || inheritsDictionaryPrimitives(object);
+}
+
+// The entry of a key in a dictionary with storage of its own, or notFound. The key is sent hash and isEqual:;
+// whatever these raise passes through, and one that changes the dictionary is refused.
+std::size_t findEntry(NSDictionary dictionary, NSObject key, NSUInteger hash);
+// Puts an object under a key, which is copied when it is new.
+void setEntry(NSDictionary dictionary, NSObject object, NSObject key);
+
+// The keys and objects of any dictionary, in its order; nil is empty. They are kept for as long as the
+// entries are.
+class DictionaryEntries {
+public:
+    struct Entry {
+        Retained<NSObject> key;
+        Retained<NSObject> object;
+    };
+
+    explicit DictionaryEntries(NSDictionary dictionary);
+
+    std::size_t size() const { return entries_.size(); }
+    auto begin() const { return entries_.begin(); }
+    auto end() const { return entries_.end(); }
+
+private:
+    std::vector<Entry> entries_;
+};
+
+} // namespace tessarin::embedded

@@ -1,0 +1,241 @@
+#include "platform/embedded/foundation/NumberValue.h"
+#include "platform/embedded/runtime/BuiltInClass.h"
+
+#include "TessarinPlatform/NSException.h"
+
+#include <array>
+
+namespace tessarin::embedded {
+namespace {
+
+// ---- Making
+
+Object* makeNumber(const NumberValue& value) {
+    Object* number = createInstance(NSNumber::classObject());
+    storageOf<NumberValue>(NSObject(number)) = value;
+    return number;
+}
+
+// Numbers that are met again and again are made once: both booleans, which others tell from 0 and 1 by
+// identity, and the small integers, once for each kind since a number tells its kind.
+class CommonNumbers {
+public:
+    static const CommonNumbers& shared() {
+        static const CommonNumbers numbers;
+        return numbers;
+    }
+
+    // Nil when the value is not a common one.
+    NSNumber find(const NumberValue& value) const {
+        switch (value.kind) {
+        case NumberKind::boolean:
+            return value.integer != 0 ? yes_ : no_;
+        case NumberKind::int32:
+            return findIn(int32s_, value.integer);
+        case NumberKind::int64:
+            return findIn(int64s_, value.integer);
+        case NumberKind::uint64:
+        case NumberKind::float32:
+        case NumberKind::float64:
+            break;
+        }
+        return nil;
+    }
+
+private:
+    static constexpr std::int64_t first = -1;
+    static constexpr std::size_t size = 257;
+    using Table = std::array<NSNumber, size>;
+
+    CommonNumbers()
+        : yes_(makeImmortalNumber(NumberValue::ofBoolean(true))),
+          no_(makeImmortalNumber(NumberValue::ofBoolean(false))) {
+        for (std::size_t index = 0; index < size; ++index) {
+            const std::int64_t value = first + static_cast<std::int64_t>(index);
+            int32s_[index] = makeImmortalNumber(NumberValue::ofInt32(static_cast<std::int32_t>(value)));
+            int64s_[index] = makeImmortalNumber(NumberValue::ofInt64(value));
+        }
+    }
+    static NSNumber makeImmortalNumber(const NumberValue& value) {
+        const NSNumber number(makeNumber(value));
+        makeImmortal(number);
+        return number;
+    }
+    static NSNumber findIn(const Table& table, std::int64_t value) {
+        // One comparison for both bounds: what lies below wraps around.
+        const auto index = static_cast<std::uint64_t>(value) - static_cast<std::uint64_t>(first);
+        return index < size ? table[index] : NSNumber();
+    }
+
+    NSNumber yes_;
+    NSNumber no_;
+    Table int32s_;
+    Table int64s_;
+};
+
+// Gives a new number its value. Where that may be any number at all, a common one takes its place.
+NSNumber initialize(NSNumber self, const NumberValue& value) {
+    if (runtime::classOf(self.object()) == NSNumber::classObject().object()) {
+        if (const NSNumber common = CommonNumbers::shared().find(value)) {
+            runtime::release(self.object());
+            return common;
+        }
+    }
+    storageOf<NumberValue>(self) = value;
+    return self;
+}
+
+// The value that a C++ number has as an object. Short kinds are kept as int, whose encoding cannot be taken
+// for that of a boolean.
+template <class T>
+NumberValue numberValue(T value) {
+    if constexpr (std::is_same_v<T, bool>)
+        return NumberValue::ofBoolean(value);
+    else if constexpr (std::is_same_v<T, float>)
+        return NumberValue::ofFloat(value);
+    else if constexpr (std::is_same_v<T, double>)
+        return NumberValue::ofDouble(value);
+    else if constexpr (sizeof(T) < sizeof(int) || std::is_same_v<T, int>)
+        return NumberValue::ofInt32(value);
+    else if constexpr (std::is_signed_v<T> || sizeof(T) < sizeof(std::uint64_t))
+        return NumberValue::ofInt64(value);
+    else
+        return NumberValue::ofUnsigned(value);
+}
+
+template <class T>
+NSNumber initWith(NSNumber self, SEL, T value) {
+    return initialize(self, numberValue(value));
+}
+
+// A subclass may have its own way of taking the value, so it is asked.
+template <class T, detail::FixedString Initializer>
+id numberWith(Class self, SEL, T number) {
+    if (self != NSNumber::classObject())
+        return adopt(send<id>(self.alloc(), operator""_sel<Initializer>(), number)).autorelease();
+    const NumberValue value = numberValue(number);
+    if (const NSNumber common = CommonNumbers::shared().find(value)) return common;
+    return id(runtime::autorelease(makeNumber(value)));
+}
+
+// ---- Reading
+
+const char* objCType(NSNumber self, SEL) { return storageOf<NumberValue>(self).encoding(); }
+
+template <class T>
+T readInteger(NSNumber self, SEL) {
+    return static_cast<T>(storageOf<NumberValue>(self).toInt64());
+}
+// One half is NO, as on the platform: the value is cut to an integer first.
+BOOL boolValue(NSNumber self, SEL) { return storageOf<NumberValue>(self).toInt64() != 0 ? YES : NO; }
+float floatValue(NSNumber self, SEL) { return storageOf<NumberValue>(self).toFloat(); }
+double doubleValue(NSNumber self, SEL) { return storageOf<NumberValue>(self).toDouble(); }
+
+NSString stringValue(NSNumber self, SEL) { return NSString(valueOf(self).text()); }
+NSString description(NSNumber self, SEL) { return self.stringValue(); }
+
+// ---- Comparing
+
+NSUInteger hash(NSNumber self, SEL) { return valueOf(self).hash(); }
+
+BOOL isEqualToNumber(NSNumber self, SEL, NSNumber other) {
+    if (self == other) return YES;
+    return other && compareNumbers(valueOf(self), valueOf(other)) == NSOrderedSame ? YES : NO;
+}
+
+BOOL isEqual(NSNumber self, SEL selector, NSObject other) {
+    return isEqualToNumber(self, selector, kindOf<NSNumber>(other));
+}
+
+NSComparisonResult compare(NSNumber self, SEL selector, NSNumber other) {
+    if (!other) raiseFrom(NSInvalidArgumentException(), self, selector, "nil argument");
+    return compareNumbers(valueOf(self), valueOf(other));
+}
+
+NSNumber copyWithZone(NSNumber self, SEL, void*) { return retain(self).leak(); }
+
+} // namespace
+
+NumberValue valueOf(NSNumber number) {
+    if (answersWith(number, "objCType"_sel, objCType)) return storageOf<NumberValue>(number);
+    switch (number.objCType()[0]) {
+    case 'f':
+        return NumberValue::ofFloat(number.floatValue());
+    case 'd':
+        return NumberValue::ofDouble(number.doubleValue());
+    case 'C':
+    case 'S':
+    case 'I':
+    case 'L':
+    case 'Q':
+        return NumberValue::ofUnsigned(number.unsignedLongLongValue());
+    default:
+        return NumberValue::ofInt64(number.longLongValue());
+    }
+}
+
+ClassDescription describeNSNumber() {
+    return {
+        .name = "NSNumber",
+        .superclass = "NSObject",
+        .protocols = {"NSCopying"},
+        .storage = storageLayout<NumberValue>(),
+        .methods =
+            {classMethod("numberWithBool:", numberWith<BOOL, "initWithBool:">),
+             classMethod("numberWithChar:", numberWith<signed char, "initWithChar:">),
+             classMethod("numberWithUnsignedChar:", numberWith<unsigned char, "initWithUnsignedChar:">),
+             classMethod("numberWithShort:", numberWith<short, "initWithShort:">),
+             classMethod("numberWithUnsignedShort:", numberWith<unsigned short, "initWithUnsignedShort:">),
+             classMethod("numberWithInt:", numberWith<int, "initWithInt:">),
+             classMethod("numberWithUnsignedInt:", numberWith<unsigned, "initWithUnsignedInt:">),
+             classMethod("numberWithLong:", numberWith<long, "initWithLong:">),
+             classMethod("numberWithUnsignedLong:", numberWith<unsigned long, "initWithUnsignedLong:">),
+             classMethod("numberWithLongLong:", numberWith<long long, "initWithLongLong:">),
+             classMethod("numberWithUnsignedLongLong:",
+                         numberWith<unsigned long long, "initWithUnsignedLongLong:">),
+             classMethod("numberWithInteger:", numberWith<NSInteger, "initWithInteger:">),
+             classMethod("numberWithUnsignedInteger:", numberWith<NSUInteger, "initWithUnsignedInteger:">),
+             classMethod("numberWithFloat:", numberWith<float, "initWithFloat:">),
+             classMethod("numberWithDouble:", numberWith<double, "initWithDouble:">),
+             instanceMethod("initWithBool:", initWith<BOOL>),
+             instanceMethod("initWithChar:", initWith<signed char>),
+             instanceMethod("initWithUnsignedChar:", initWith<unsigned char>),
+             instanceMethod("initWithShort:", initWith<short>),
+             instanceMethod("initWithUnsignedShort:", initWith<unsigned short>),
+             instanceMethod("initWithInt:", initWith<int>),
+             instanceMethod("initWithUnsignedInt:", initWith<unsigned>),
+             instanceMethod("initWithLong:", initWith<long>),
+             instanceMethod("initWithUnsignedLong:", initWith<unsigned long>),
+             instanceMethod("initWithLongLong:", initWith<long long>),
+             instanceMethod("initWithUnsignedLongLong:", initWith<unsigned long long>),
+             instanceMethod("initWithInteger:", initWith<NSInteger>),
+             instanceMethod("initWithUnsignedInteger:", initWith<NSUInteger>),
+             instanceMethod("initWithFloat:", initWith<float>),
+             instanceMethod("initWithDouble:", initWith<double>),
+             instanceMethod("objCType", objCType),
+             instanceMethod("boolValue", boolValue),
+             instanceMethod("charValue", readInteger<signed char>),
+             instanceMethod("unsignedCharValue", readInteger<unsigned char>),
+             instanceMethod("shortValue", readInteger<short>),
+             instanceMethod("unsignedShortValue", readInteger<unsigned short>),
+             instanceMethod("intValue", readInteger<int>),
+             instanceMethod("unsignedIntValue", readInteger<unsigned>),
+             instanceMethod("longValue", readInteger<long>),
+             instanceMethod("unsignedLongValue", readInteger<unsigned long>),
+             instanceMethod("longLongValue", readInteger<long long>),
+             instanceMethod("unsignedLongLongValue", readInteger<unsigned long long>),
+             instanceMethod("integerValue", readInteger<NSInteger>),
+             instanceMethod("unsignedIntegerValue", readInteger<NSUInteger>),
+             instanceMethod("floatValue", floatValue),
+             instanceMethod("doubleValue", doubleValue),
+             instanceMethod("stringValue", stringValue),
+             instanceMethod("description", description),
+             instanceMethod("hash", hash),
+             instanceMethod("isEqual:", isEqual),
+             instanceMethod("isEqualToNumber:", isEqualToNumber),
+             instanceMethod("compare:", compare),
+             instanceMethod("copyWithZone:", copyWithZone)},
+    };
+}
+
+} // namespace tessarin::embedded

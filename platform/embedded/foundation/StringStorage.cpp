@@ -1,0 +1,310 @@
+#include "platform/embedded/foundation/StringStorage.h"
+
+#include "TessarinPlatform/NSArray.h"
+#include "platform/services/Utf8.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace tessarin::embedded {
+namespace {
+
+// Room made ahead on the word of a caller.
+constexpr std::size_t largestReservation = std::size_t{1} << 20;
+
+bool fitsNarrow(std::span<const char16_t> units) {
+    std::size_t index = 0;
+    for (; index + 32 <= units.size(); index += 32) {
+        unsigned all = 0;
+        for (std::size_t offset = 0; offset < 32; ++offset) all |= units[index + offset];
+        if (all > 0xFF) return false;
+    }
+    unsigned all = 0;
+    for (; index < units.size(); ++index) all |= units[index];
+    return all <= 0xFF;
+}
+bool needsWide(StringView contents) {
+    return contents.isWide() && !fitsNarrow({contents.wide(), contents.length()});
+}
+
+// Writes units at an index of a buffer of either width; wide ones to a narrow buffer when they are known to
+// fit.
+void copyUnits(StringView contents, void* units, bool isWide, std::size_t index) {
+    contents.visit([&](auto source) {
+        if (isWide)
+            std::copy(source.begin(), source.end(), static_cast<char16_t*>(units) + index);
+        else
+            std::transform(source.begin(), source.end(), static_cast<std::uint8_t*>(units) + index,
+                           [](char16_t unit) { return static_cast<std::uint8_t>(unit); });
+    });
+}
+
+template <class Unit>
+std::uint64_t packed(const Unit* units) {
+    return std::uint64_t{units[0]} | std::uint64_t{units[1]} << 16 | std::uint64_t{units[2]} << 32
+           | std::uint64_t{units[3]} << 48;
+}
+
+std::uint64_t mixed(std::uint64_t hash, std::uint64_t word) {
+    hash = (hash ^ word) * 0x9E3779B97F4A7C15;
+    return hash ^ hash >> 29;
+}
+
+template <class Unit>
+std::uint64_t hashUnits(std::span<const Unit> units) {
+    // Two chains, so that the processor works on one while it waits for the other.
+    std::uint64_t first = units.size();
+    std::uint64_t second = 0x632BE59BD9B4E019;
+    const Unit* next = units.data();
+    std::size_t left = units.size();
+    for (; left >= 8; left -= 8, next += 8) {
+        first = mixed(first, packed(next));
+        second = mixed(second, packed(next + 4));
+    }
+    if (left >= 4) {
+        second = mixed(second, packed(next));
+        left -= 4;
+        next += 4;
+    }
+    std::uint64_t rest = 0;
+    for (std::size_t index = 0; index < left; ++index) rest = rest << 16 | next[index];
+    return mixed(mixed(first, rest), second);
+}
+
+} // namespace
+
+void StringView::copyTo(char16_t* units) const { copyUnits(*this, units, true, 0); }
+
+bool equalUnits(StringView left, StringView right) {
+    if (left.length() != right.length()) return false;
+    if (left.isEmpty()) return true;
+    if (left.isWide() == right.isWide())
+        return std::memcmp(left.narrow(), right.narrow(), left.length() << (left.isWide() ? 1 : 0)) == 0;
+    return left.visit([&](auto leftUnits) {
+        return right.visit([&](auto rightUnits) {
+            return std::equal(leftUnits.begin(), leftUnits.end(), rightUnits.begin());
+        });
+    });
+}
+
+NSComparisonResult compareUnits(StringView left, StringView right) {
+    const std::size_t common = std::min(left.length(), right.length());
+    int order = 0;
+    if (!left.isWide() && !right.isWide()) {
+        if (common > 0) order = std::memcmp(left.narrow(), right.narrow(), common);
+    } else {
+        left.visit([&](auto leftUnits) {
+            right.visit([&](auto rightUnits) {
+                const auto differing =
+                    std::mismatch(leftUnits.begin(), leftUnits.begin() + static_cast<std::ptrdiff_t>(common),
+                                  rightUnits.begin());
+                if (differing.first != leftUnits.begin() + static_cast<std::ptrdiff_t>(common))
+                    order = *differing.first < *differing.second ? -1 : 1;
+            });
+        });
+    }
+    if (order == 0 && left.length() != right.length()) order = left.length() < right.length() ? -1 : 1;
+    return order < 0 ? NSOrderedAscending : order > 0 ? NSOrderedDescending : NSOrderedSame;
+}
+
+std::size_t hashOf(StringView units) {
+    const auto hash = static_cast<std::size_t>(units.visit([](auto span) { return hashUnits(span); }));
+    return hash == 0 ? 1 : hash;
+}
+
+std::size_t StringStorage::hash() const {
+    std::size_t hash = hash_.load(std::memory_order_relaxed);
+    if (hash == 0) {
+        hash = hashOf(view());
+        hash_.store(hash, std::memory_order_relaxed);
+    }
+    return hash;
+}
+
+void StringStorage::append(StringView contents) {
+    if (contents.isWide() == isWide_ && length_ + contents.length() <= capacity_) [[likely]] {
+        if (contents.isEmpty()) return;
+        const int shift = isWide_ ? 1 : 0;
+        std::memcpy(static_cast<std::byte*>(units_) + (length_ << shift), contents.narrow(),
+                    contents.length() << shift);
+        length_ += contents.length();
+        hash_.store(0, std::memory_order_relaxed);
+        return;
+    }
+    replace({length_, 0}, contents);
+}
+
+void StringStorage::append(char16_t unit) {
+    if (unit <= 0xFF && !isWide_) {
+        const auto narrow = static_cast<std::uint8_t>(unit);
+        append(StringView(std::span(&narrow, 1)));
+    } else {
+        append(StringView(std::span<const char16_t>(&unit, 1)));
+    }
+}
+
+void StringStorage::appendCharacter(char32_t character) {
+    if (character <= 0xFFFF) {
+        append(static_cast<char16_t>(character));
+    } else {
+        append(static_cast<char16_t>(0xD7C0 + (character >> 10)));
+        append(static_cast<char16_t>(0xDC00 + (character & 0x3FF)));
+    }
+}
+
+void StringStorage::appendUtf8(std::string_view text) {
+    const utf8::Measure measure = utf8::measure(text);
+    if (!measure.wellFormed || measure.highest <= 0x7F) return append(text);
+    std::u16string units(measure.units, u'\0');
+    utf8::decode(text, units.data());
+    append(StringView(std::u16string_view(units)));
+}
+
+void StringStorage::appendRepeated(char16_t unit, std::size_t count) {
+    const std::u16string units(count, unit);
+    append(StringView(std::u16string_view(units)));
+}
+
+void StringStorage::replace(NSRange range, StringView contents) {
+    if (contains(contents)) {
+        StringStorage copied;
+        copied.append(contents);
+        return replace(range, copied.view());
+    }
+    const std::size_t kept = length_ - range.length;
+    const std::size_t tail = kept - range.location;
+    const std::size_t length = kept + contents.length();
+    const bool isWide = (isWide_ && kept > 0) || needsWide(contents);
+    if (kept == 0 && isWide != isWide_ && capacity_ > 0) {
+        // Nothing remains, so the buffer can change its width where it stands.
+        capacity_ = isWide ? capacity_ / 2 : capacity_ * 2;
+        isWide_ = isWide;
+        length_ = 0;
+        range = {0, 0};
+    }
+    if (isWide != isWide_ || length > capacity_) {
+        const StringView old = view();
+        const auto oldBuffer =
+            reallocate(std::max(length, length > old.length() ? old.length() * 2 : 0), isWide);
+        copyUnits(old.sub(0, range.location), units_, isWide, 0);
+        copyUnits(old.from(range.location + range.length), units_, isWide,
+                  range.location + contents.length());
+    } else if (tail > 0) {
+        const int shift = isWide ? 1 : 0;
+        auto* bytes = static_cast<std::byte*>(units_);
+        std::memmove(bytes + ((range.location + contents.length()) << shift),
+                     bytes + ((range.location + range.length) << shift), tail << shift);
+    }
+    copyUnits(contents, units_, isWide, range.location);
+    length_ = length;
+    hash_.store(0, std::memory_order_relaxed);
+}
+
+void StringStorage::reserve(std::size_t units) {
+    units = std::min(units, largestReservation);
+    if (units <= capacity_) return;
+    const StringView old = view();
+    const auto oldBuffer = reallocate(units, isWide_);
+    copyUnits(old, units_, isWide_, 0);
+}
+
+void* StringStorage::placeInline(void* space, std::size_t length, bool isWide) {
+    if (isWide)
+        static_cast<char16_t*>(space)[length] = 0;
+    else
+        static_cast<std::uint8_t*>(space)[length] = 0;
+    units_ = space;
+    length_ = length;
+    isWide_ = isWide;
+    return space;
+}
+
+std::unique_ptr<std::byte[]> StringStorage::reallocate(std::size_t capacity, bool isWide) {
+    constexpr std::size_t smallest = 16;
+    capacity = std::max(capacity, smallest);
+    if (isWide && capacity > SIZE_MAX / 2) throw std::bad_alloc();
+    std::unique_ptr<std::byte[]> buffer(new std::byte[capacity << (isWide ? 1 : 0)]);
+    units_ = buffer.get();
+    capacity_ = capacity;
+    isWide_ = isWide;
+    buffer.swap(buffer_);
+    return buffer;
+}
+
+// Whether units belong to the buffer that a change would move.
+bool StringStorage::contains(StringView contents) const {
+    if (contents.isEmpty() || !buffer_) return false;
+    const auto begin = reinterpret_cast<std::uintptr_t>(buffer_.get());
+    const auto place = reinterpret_cast<std::uintptr_t>(contents.narrow());
+    return place >= begin && place < begin + (capacity_ << (isWide_ ? 1 : 0));
+}
+
+StringStorage* directStorage(NSString string) {
+    const Object* isa = string.object()->isa;
+    if (isa == "NSString"_class.object() || isa == "NSMutableString"_class.object()
+        || (answersWith(string, "length"_sel, lengthOfString)
+            && answersWith(string, "characterAtIndex:"_sel, characterOfStringAtIndex)))
+        return &storageOf<StringStorage>(string);
+    return nullptr;
+}
+
+Contents contentsOf(NSString string) {
+    if (!string) return Contents(StringView());
+    if (const StringStorage* storage = directStorage(string)) return Contents(storage->view());
+    const NSUInteger length = string.length();
+    // Not make_unique: the units need no zeros first.
+    std::unique_ptr<char16_t[]> units(new char16_t[length]);
+    if (length > 0) string.getCharacters_range(units.get(), {0, length});
+    return Contents(std::move(units), length);
+}
+
+Retained<NSString> newString(StringView contents) {
+    if (contents.isEmpty()) return retain(""_ns);
+    if (needsWide(contents))
+        return newString<char16_t>(contents.length(),
+                                   [&](char16_t* units) { copyUnits(contents, units, true, 0); });
+    return newString<std::uint8_t>(contents.length(),
+                                   [&](std::uint8_t* units) { copyUnits(contents, units, false, 0); });
+}
+
+Retained<NSString> newStringFromUtf8(std::string_view text) {
+    const utf8::Measure measure = utf8::measure(text);
+    if (!measure.wellFormed) return nil;
+    if (measure.units == 0) return retain(""_ns);
+    if (measure.highest > 0xFF)
+        return newString<char16_t>(measure.units, [&](char16_t* units) { utf8::decode(text, units); });
+    return newString<std::uint8_t>(measure.units, [&](std::uint8_t* units) { utf8::decode(text, units); });
+}
+
+std::string utf8Of(StringView units) {
+    return units.visit([](auto span) {
+        std::string text(utf8::encodedLength(span.data(), span.size()), '\0');
+        utf8::encode(span.data(), span.size(), text.data());
+        return text;
+    });
+}
+
+NSArray substrings(StringView text, const std::vector<NSRange>& ranges) {
+    struct Pieces {
+        std::vector<NSObject> objects;
+        ~Pieces() {
+            for (NSObject object : objects) runtime::release(object.object());
+        }
+    } pieces;
+    pieces.objects.reserve(ranges.size());
+    for (const NSRange range : ranges)
+        pieces.objects.push_back(newString(text.sub(range.location, range.length)).leak());
+    return NSArray::arrayWithObjects_count(pieces.objects.data(), pieces.objects.size());
+}
+
+std::string describe(NSRange range) {
+    return "{" + std::to_string(range.location) + ", " + std::to_string(range.length) + "}";
+}
+
+void checkRange(NSRange range, std::size_t length, NSString self, SEL selector) {
+    if (range.location > length || range.length > length - range.location) [[unlikely]]
+        raiseFrom(NSRangeException(), self, selector,
+                  "Range " + describe(range) + " out of bounds; string length " + std::to_string(length));
+}
+
+} // namespace tessarin::embedded

@@ -1,0 +1,204 @@
+// The units of the embedded platform's strings, and what its other classes need of strings:
+//
+//   Contents text = contentsOf(string);           // units of any NSString, to be read; nil is empty
+//   NSString made = makeString(text.sub(2, 5));   // an autoreleased NSString
+//   NSString name = makeLatin1("count");          // likewise, from ASCII or Latin-1
+//   std::string bytes = utf8Of(string);           // UTF-8, an unpaired surrogate as U+FFFD
+//
+//   StringStorage built;                          // a string under construction
+//   built.append(text);
+//   built.append(u';');
+//   return makeString(built.view());
+//
+// A string keeps 8 bits for each unit where all its units are Latin-1's, 16 bits otherwise.
+#pragma once
+
+#include "TessarinPlatform/Exceptions.h"
+#include "TessarinPlatform/NSMutableString.h"
+#include "TessarinPlatform/Retained.h"
+#include "platform/embedded/runtime/BuiltInClass.h"
+
+#include <atomic>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tessarin::embedded {
+
+// Units that belong to someone else.
+class StringView {
+public:
+    constexpr StringView() = default;
+    constexpr StringView(std::span<const std::uint8_t> units) : units_(units.data()), length_(units.size()) {}
+    constexpr StringView(std::span<const char16_t> units)
+        : units_(units.data()), length_(units.size()), isWide_(true) {}
+    StringView(std::u16string_view units) : StringView(std::span(units.data(), units.size())) {}
+    explicit StringView(std::string_view latin1) : units_(latin1.data()), length_(latin1.size()) {}
+
+    std::size_t length() const { return length_; }
+    bool isEmpty() const { return length_ == 0; }
+    bool isWide() const { return isWide_; }
+    // Only one of them is valid, as isWide says.
+    const std::uint8_t* narrow() const { return static_cast<const std::uint8_t*>(units_); }
+    const char16_t* wide() const { return static_cast<const char16_t*>(units_); }
+
+    char16_t operator[](std::size_t index) const { return isWide_ ? wide()[index] : narrow()[index]; }
+
+    // Within bounds.
+    StringView sub(std::size_t location, std::size_t length) const {
+        return isWide_ ? StringView(std::span(wide() + location, length))
+                       : StringView(std::span(narrow() + location, length));
+    }
+    StringView from(std::size_t location) const { return sub(location, length_ - location); }
+
+    // Calls a generic function with the units as a span of their own width.
+    template <class Function>
+    decltype(auto) visit(Function&& function) const {
+        return isWide_ ? function(std::span(wide(), length_)) : function(std::span(narrow(), length_));
+    }
+
+    // Copies the units to 16-bit ones.
+    void copyTo(char16_t* units) const;
+
+private:
+    const void* units_ = nullptr;
+    std::size_t length_ = 0;
+    bool isWide_ = false;
+};
+
+bool equalUnits(StringView left, StringView right);
+// By unit value; the shorter of two that agree comes first.
+NSComparisonResult compareUnits(StringView left, StringView right);
+inline bool startsWith(StringView text, StringView prefix) {
+    return text.length() >= prefix.length() && equalUnits(text.sub(0, prefix.length()), prefix);
+}
+inline bool endsWith(StringView text, StringView suffix) {
+    return text.length() >= suffix.length() && equalUnits(text.from(text.length() - suffix.length()), suffix);
+}
+// The index of a unit, or of a text that is not empty, at or after a start; NSNotFound when there is none.
+// The time is linear.
+std::size_t findUnit(StringView text, char16_t unit, std::size_t start = 0);
+std::size_t findUnits(StringView text, StringView searched, std::size_t start = 0);
+// Every occurrence of a text that is not empty, from the start, without overlap.
+std::vector<std::size_t> findAll(StringView text, StringView searched);
+
+// The same for equal units, whatever width they are kept in.
+std::size_t hashOf(StringView units);
+
+// What a string object keeps; also a string under construction.
+class StringStorage {
+public:
+    StringStorage() = default;
+    StringStorage(const StringStorage&) = delete;
+    StringStorage& operator=(const StringStorage&) = delete;
+    ~StringStorage() = default;
+
+    std::size_t length() const { return length_; }
+    StringView view() const {
+        return isWide_ ? StringView(std::span(static_cast<const char16_t*>(units_), length_))
+                       : StringView(std::span(static_cast<const std::uint8_t*>(units_), length_));
+    }
+    char16_t operator[](std::size_t index) const {
+        return isWide_ ? static_cast<const char16_t*>(units_)[index]
+                       : static_cast<const std::uint8_t*>(units_)[index];
+    }
+    std::size_t hash() const;
+
+    void assign(StringView contents) { replace({0, length_}, contents); }
+    void append(StringView contents);
+    void append(char16_t unit);
+    void appendCharacter(char32_t character);
+    void append(std::string_view latin1) { append(StringView(latin1)); }
+    void appendUtf8(std::string_view text); // ill-formed text is taken as Latin-1
+    void appendRepeated(char16_t unit, std::size_t count);
+    // The range is within bounds. The contents may be units of this very string.
+    void replace(NSRange range, StringView contents);
+    // A hint.
+    void reserve(std::size_t units);
+
+    // Makes units that follow the object its own, to be written by the caller before the object is used. The
+    // units are followed by one that is zero.
+    void* placeInline(void* space, std::size_t length, bool isWide);
+    static std::size_t inlineSize(std::size_t length, bool isWide) {
+        return (length + 1) << (isWide ? 1 : 0);
+    }
+
+private:
+    // Provides a new buffer and answers the old one, which still holds the units.
+    std::unique_ptr<std::byte[]> reallocate(std::size_t capacity, bool isWide);
+    bool contains(StringView contents) const;
+
+    std::unique_ptr<std::byte[]> buffer_; // none while the units stand behind the object
+    void* units_ = nullptr;
+    std::size_t length_ = 0;
+    std::size_t capacity_ = 0;                 // of the buffer, in units
+    mutable std::atomic<std::size_t> hash_{0}; // 0 when it is not known
+    bool isWide_ = false;
+};
+
+// The storage of a string that no subclass has taken the primitive operations from; null for any other.
+StringStorage* directStorage(NSString string);
+
+// The units of any string. Those of a string with storage of its own are looked at where they are, valid
+// until it is changed or goes; others are gathered through the string's primitive operations.
+class Contents : public StringView {
+public:
+    explicit Contents(StringView direct) : StringView(direct) {}
+    Contents(std::unique_ptr<char16_t[]> gathered, std::size_t length)
+        : StringView(std::span<const char16_t>(gathered.get(), length)), gathered_(std::move(gathered)) {}
+
+private:
+    std::unique_ptr<char16_t[]> gathered_;
+};
+Contents contentsOf(NSString string);
+
+// A new immutable string that the caller owns. Wide units that all fit are kept narrow.
+Retained<NSString> newString(StringView contents);
+// The same, its units written by the caller: fill(units) gets a place for `length` of them.
+template <class Unit, class Fill>
+Retained<NSString> newString(std::size_t length, Fill&& fill);
+// From UTF-8; nil when it is ill-formed.
+Retained<NSString> newStringFromUtf8(std::string_view text);
+
+inline NSString makeString(StringView contents) { return newString(contents).autorelease(); }
+inline NSString makeLatin1(std::string_view latin1) { return makeString(StringView(latin1)); }
+std::string utf8Of(StringView units);
+inline std::string utf8Of(NSString string) { return utf8Of(contentsOf(string)); }
+
+// An array of the parts of a text.
+NSArray substrings(StringView text, const std::vector<NSRange>& ranges);
+
+// The wording of a range in an exception: {2, 3}.
+std::string describe(NSRange range);
+// Raises unless the range is within bounds.
+void checkRange(NSRange range, std::size_t length, NSString self, SEL selector);
+// Raises when an argument is nil that may not be.
+inline void rejectNil(NSObject argument, NSObject self, SEL selector) {
+    if (!argument) [[unlikely]]
+        raiseFrom(NSInvalidArgumentException(), self, selector, "nil argument");
+}
+
+// Rows of NSString's table, in the file of each subject.
+std::vector<MethodRow> stringComparisonMethods();
+std::vector<MethodRow> stringSearchingMethods();
+std::vector<MethodRow> stringNumberMethods();
+std::vector<MethodRow> stringPathMethods();
+
+// NSString's own primitive operations.
+NSUInteger lengthOfString(NSString self, SEL);
+unichar characterOfStringAtIndex(NSString self, SEL selector, NSUInteger index);
+
+template <class Unit, class Fill>
+Retained<NSString> newString(std::size_t length, Fill&& fill) {
+    constexpr bool isWide = sizeof(Unit) > 1;
+    Retained<NSString> string =
+        adopt(NSString(createInstance("NSString"_class, StringStorage::inlineSize(length, isWide))));
+    fill(static_cast<Unit*>(
+        storageOf<StringStorage>(string).placeInline(extraBytesOf(string.object()), length, isWide)));
+    return string;
+}
+
+} // namespace tessarin::embedded

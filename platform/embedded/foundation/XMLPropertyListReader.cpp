@@ -1,0 +1,202 @@
+#include "platform/embedded/foundation/XMLPropertyListReader.h"
+
+#include "TessarinPlatform/AutoreleasePool.h"
+#include "TessarinPlatform/NSDate.h"
+#include "TessarinPlatform/NSMutableArray.h"
+#include "TessarinPlatform/NSMutableDictionary.h"
+#include "TessarinPlatform/NSMutableString.h"
+#include "TessarinPlatform/NSNumber.h"
+#include "platform/embedded/foundation/PropertyListError.h"
+#include "platform/embedded/foundation/XMLDocumentText.h"
+#include "platform/embedded/foundation/XMLPropertyListValues.h"
+#include "platform/embedded/foundation/XMLScanner.h"
+
+#include <vector>
+
+namespace tessarin::embedded {
+namespace {
+
+// As many as the platform reads.
+constexpr std::size_t maximumDepth = 512;
+
+class Reader {
+public:
+    Reader(std::string_view text, NSPropertyListMutabilityOptions mutability)
+        : scanner_(text), mutability_(mutability) {}
+
+    Retained<NSObject> read();
+
+private:
+    struct OpenContainer {
+        bool isDictionary;
+        std::size_t firstItem;
+    };
+
+    Retained<NSObject> readElement(const XMLTag& tag);
+    Retained<NSObject> readLeaf(const XMLTag& tag);
+    Retained<NSObject> closeContainer(const XMLTag& tag);
+    void checkPlace(const XMLTag& tag) const;
+
+    Retained<NSObject> makeString(std::string_view text, bool isKey) const;
+    Retained<NSObject> makeInteger(std::string_view text) const;
+    Retained<NSObject> makeReal(std::string_view text) const;
+    Retained<NSObject> makeDate(std::string_view text) const;
+    Retained<NSObject> makeData(std::string_view text) const;
+    Retained<NSObject> makeArray(std::size_t firstItem) const;
+    Retained<NSObject> makeDictionary(std::size_t firstItem) const;
+
+    XMLScanner scanner_;
+    const NSPropertyListMutabilityOptions mutability_;
+    std::vector<OpenContainer> open_;
+    std::vector<Retained<NSObject>> items_; // of all open containers; of a dictionary key, value, key, ...
+    std::string buffer_;
+};
+
+Retained<NSObject> Reader::read() {
+    scanner_.skipProlog();
+    XMLTag tag = scanner_.readTag();
+    const bool hasPropertyListTag = tag.name == "plist";
+    if (hasPropertyListTag) {
+        const bool isOpening = !tag.isClosing && !tag.isEmpty;
+        if (isOpening) tag = scanner_.readTag();
+        if (!isOpening || (tag.isClosing && tag.name == "plist"))
+            scanner_.fail("Property list without an object");
+    }
+    Retained<NSObject> object = readElement(tag);
+    while (!object || !open_.empty()) {
+        if (object) items_.push_back(std::move(object));
+        object = readElement(scanner_.readTag());
+    }
+    if (hasPropertyListTag) {
+        tag = scanner_.readTag();
+        if (!tag.isClosing) scanner_.fail("Property list with a second object");
+        if (tag.name != "plist")
+            scanner_.fail("Closing tag </" + shortened(tag.name) + "> of an open <plist>");
+    }
+    return object;
+}
+
+// The object that the tag begins or ends; nil where the tag opens a container.
+Retained<NSObject> Reader::readElement(const XMLTag& tag) {
+    if (tag.isClosing) return closeContainer(tag);
+    checkPlace(tag);
+    const bool isDictionary = tag.name == "dict";
+    if (!isDictionary && tag.name != "array") return readLeaf(tag);
+    if (open_.size() == maximumDepth) scanner_.fail("Containers nested more than 512 deep");
+    if (tag.isEmpty) return isDictionary ? makeDictionary(items_.size()) : makeArray(items_.size());
+    open_.push_back({isDictionary, items_.size()});
+    return {};
+}
+
+// In a dictionary, keys and values take turns; nowhere else are there keys.
+void Reader::checkPlace(const XMLTag& tag) const {
+    const bool isKey = tag.name == "key";
+    const bool wantsKey =
+        !open_.empty() && open_.back().isDictionary && (items_.size() - open_.back().firstItem) % 2 == 0;
+    if (isKey && !wantsKey) scanner_.fail("Key that stands for a value or outside of a dictionary");
+    if (wantsKey && !isKey) scanner_.fail("Value without a key in a dictionary");
+}
+
+Retained<NSObject> Reader::closeContainer(const XMLTag& tag) {
+    if (open_.empty()) scanner_.fail("Closing tag </" + shortened(tag.name) + "> of nothing open");
+    const auto [isDictionary, firstItem] = open_.back();
+    const char* const expected = isDictionary ? "dict" : "array";
+    if (tag.name != expected)
+        scanner_.fail("Closing tag </" + shortened(tag.name) + "> of an open <" + expected + ">");
+    if (isDictionary && (items_.size() - firstItem) % 2 != 0)
+        scanner_.fail("Key without a value in a dictionary");
+    Retained<NSObject> container = isDictionary ? makeDictionary(firstItem) : makeArray(firstItem);
+    items_.resize(firstItem);
+    open_.pop_back();
+    return container;
+}
+
+Retained<NSObject> Reader::readLeaf(const XMLTag& tag) {
+    const std::string_view name = tag.name;
+    const bool isBoolean = name == "true" || name == "false";
+    const bool mayBeEmpty = name == "string" || name == "key" || name == "data" || isBoolean;
+    if (!mayBeEmpty && name != "integer" && name != "real" && name != "date")
+        scanner_.fail("Unknown tag <" + shortened(name) + ">");
+    if (tag.isEmpty && !mayBeEmpty) scanner_.fail("Empty <" + std::string(name) + ">");
+    const std::string_view text = tag.isEmpty ? std::string_view() : scanner_.readText(name, buffer_);
+    if (isBoolean) {
+        if (text.find_first_not_of(" \t\n\r") != std::string_view::npos)
+            scanner_.fail("Text inside <" + std::string(name) + ">");
+        return retain<NSObject>(NSNumber::numberWithBool(name == "true"));
+    }
+    if (name == "integer") return makeInteger(text);
+    if (name == "real") return makeReal(text);
+    if (name == "date") return makeDate(text);
+    if (name == "data") return makeData(text);
+    return makeString(text, name == "key");
+}
+
+Retained<NSObject> Reader::makeString(std::string_view text, bool isKey) const {
+    const bool isMutable = mutability_ == NSPropertyListMutableContainersAndLeaves && !isKey;
+    const NSString string = isMutable ? NSString(NSMutableString::alloc()) : NSString::alloc();
+    return adopt(string.initWithBytes_length_encoding(text.data(), text.size(), NSUTF8StringEncoding));
+}
+
+Retained<NSObject> Reader::makeInteger(std::string_view text) const {
+    const auto integer = integerFromText(text);
+    if (!integer) scanner_.fail("Integer that is malformed or out of range");
+    const auto [magnitude, isNegative] = *integer;
+    constexpr std::uint64_t largestSigned = std::numeric_limits<std::int64_t>::max();
+    if (!isNegative && magnitude > largestSigned)
+        return retain<NSObject>(NSNumber::numberWithUnsignedLongLong(magnitude));
+    const std::uint64_t bits = isNegative ? 0 - magnitude : magnitude;
+    return retain<NSObject>(NSNumber::numberWithLongLong(static_cast<long long>(bits)));
+}
+
+Retained<NSObject> Reader::makeReal(std::string_view text) const {
+    const auto real = realFromText(text);
+    if (!real) scanner_.fail("Real that is malformed or out of range");
+    return retain<NSObject>(NSNumber::numberWithDouble(*real));
+}
+
+Retained<NSObject> Reader::makeDate(std::string_view text) const {
+    const auto instant = dateFromText(text);
+    if (!instant) scanner_.fail("Date that is malformed or out of range");
+    return retain<NSObject>(NSDate::dateWithTimeIntervalSinceReferenceDate(*instant));
+}
+
+Retained<NSObject> Reader::makeData(std::string_view text) const {
+    const auto bytes = dataFromText(text);
+    if (!bytes) scanner_.fail("Data that is no base64");
+    const Class dataClass =
+        mutability_ == NSPropertyListMutableContainersAndLeaves ? "NSMutableData"_class : "NSData"_class;
+    const void* const start = bytes->data();
+    const NSUInteger length = bytes->size();
+    return retain<NSObject>(send<NSData>(dataClass, "dataWithBytes:length:"_sel, start, length));
+}
+
+Retained<NSObject> Reader::makeArray(std::size_t firstItem) const {
+    static_assert(sizeof(Retained<NSObject>)
+                  == sizeof(NSObject)); // so that a run of one is a run of the other
+    const NSObject* const items = items_.data() + firstItem;
+    const NSUInteger count = items_.size() - firstItem;
+    const bool isMutable = mutability_ != NSPropertyListImmutable;
+    const NSArray array = isMutable ? NSArray(NSMutableArray::alloc()) : NSArray::alloc();
+    return adopt(array.initWithObjects_count(items, count));
+}
+
+Retained<NSObject> Reader::makeDictionary(std::size_t firstItem) const {
+    const std::size_t count = (items_.size() - firstItem) / 2;
+    Retained<NSMutableDictionary> dictionary = adopt(NSMutableDictionary::alloc().initWithCapacity(count));
+    for (std::size_t index = firstItem; index < items_.size(); index += 2)
+        dictionary.setObject_forKey(items_[index + 1], items_[index]);
+    if (mutability_ != NSPropertyListImmutable) return dictionary;
+    return adopt(NSObject(dictionary.copy()));
+}
+
+} // namespace
+
+Retained<NSObject> readXMLPropertyList(std::string_view document,
+                                       NSPropertyListMutabilityOptions mutability) {
+    std::string converted;
+    const std::string_view text = textOfXMLDocument(document, converted);
+    const AutoreleasePool pool; // for the numbers, which would otherwise wait for the caller's
+    return Reader(text, mutability).read();
+}
+
+} // namespace tessarin::embedded

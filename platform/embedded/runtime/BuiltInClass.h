@@ -1,0 +1,78 @@
+// How a class of the embedded platform is written: a description made on the class's first look-up.
+//
+// A class keeps its data in a C++ structure that follows the object header. The runtime constructs it with
+// the object, all members as their initialisers say, and destroys it after the last dealloc method has run,
+// so that a class needs a dealloc method only to release objects.
+#pragma once
+
+#include "TessarinPlatform/Definition.h"
+
+#include <cstddef>
+#include <new>
+#include <vector>
+
+namespace tessarin::embedded {
+
+struct StorageLayout {
+    std::size_t size = 0;
+    std::size_t alignment = 1;
+    void (*construct)(void* storage) = nullptr;
+    void (*destroy)(void* storage) = nullptr;
+};
+
+template <class Storage>
+StorageLayout storageLayout() {
+    static_assert(alignof(Storage) <= alignof(std::max_align_t));
+    return {sizeof(Storage), alignof(Storage), [](void* storage) { new (storage) Storage(); },
+            [](void* storage) { static_cast<Storage*>(storage)->~Storage(); }};
+}
+
+struct ClassDescription {
+    const char* name;
+    const char* superclass;
+    std::vector<const char*> protocols = {};
+    StorageLayout storage = {};
+    std::vector<MethodRow> methods = {};
+};
+
+// One class that the platform can define when it is first looked up. The table of them all is in
+// foundation/BuiltInClasses.cpp.
+struct BuiltInClass {
+    const char* name;
+    ClassDescription (*describe)();
+};
+extern const BuiltInClass builtInClasses[];
+extern const std::size_t builtInClassCount;
+
+// The data of an object whose class, or one it is derived from, is the first below NSObject to keep data and
+// keeps it as `Storage`.
+template <class Storage>
+Storage& storageOf(NSObject object) {
+    static_assert(sizeof(Object) % alignof(std::max_align_t) == 0);
+    return *std::launder(
+        reinterpret_cast<Storage*>(reinterpret_cast<std::byte*>(object.object()) + sizeof(Object)));
+}
+
+// A new object that the caller owns, its storage constructed and its instance variables zero, followed by
+// `extraBytes` bytes that belong to it.
+Object* createInstance(Class classObject, std::size_t extraBytes = 0);
+// Where the extra bytes of an object of exactly that class begin.
+void* extraBytesOf(Object* object);
+
+// An object that lives as long as the process: retain and release do nothing.
+void makeImmortal(NSObject object);
+bool isImmortal(NSObject object);
+
+// Whether an object answers a message with this very function, that is, whether no subclass overrides it.
+// Then the function's class may use what it knows of its own storage instead of sending the message.
+template <class Result, class Self, class... Arguments>
+bool answersWith(NSObject object, SEL selector, Result (*function)(Self, SEL, Arguments...)) {
+    return runtime::lookUp(object.object(), selector) == reinterpret_cast<Implementation>(function);
+}
+
+// Raises the platform's exception for a class of that name with a reason in the platform's wording, for
+// example raiseFrom("NSRangeException"_ns, self, _cmd, "index 9 beyond bounds [0 .. 2]") gives
+// *** -[NSArray objectAtIndex:]: index 9 beyond bounds [0 .. 2]
+[[noreturn]] void raiseFrom(NSString name, NSObject receiver, SEL selector, std::string_view reason);
+
+} // namespace tessarin::embedded

@@ -1,0 +1,11 @@
+// The end of an object's memory, for the root class's dealloc.
+#pragma once
+
+#include "TessarinPlatform/NSObject.h"
+
+namespace tessarin::embedded {
+
+// Destroys the storages, the most derived first, and frees the memory.
+void disposeInstance(Object* object);
+
+} // namespace tessarin::embedded

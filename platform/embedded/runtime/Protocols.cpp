@@ -1,0 +1,49 @@
+// Protocols: names that classes adopt. Each is an object that lives as long as the process.
+#include "platform/embedded/runtime/Classes.h"
+
+#include <memory>
+
+namespace tessarin::embedded {
+namespace {
+
+struct ProtocolRecord : Object {
+    std::string name;
+};
+
+std::unordered_map<std::string, std::unique_ptr<ProtocolRecord>>& protocols() {
+    static auto* table = new std::unordered_map<std::string, std::unique_ptr<ProtocolRecord>>;
+    return *table;
+}
+
+} // namespace
+
+Object* protocolNamed(const char* name) {
+    const std::lock_guard lock(runtimeMutex());
+    auto& record = protocols()[name];
+    if (!record) {
+        record = std::make_unique<ProtocolRecord>();
+        record->references.store(-1, std::memory_order_relaxed);
+        record->name = name;
+        // While the root class is being made there is no class Protocol to be an instance of; lookUpProtocol
+        // fills it in.
+        record->isa = nullptr;
+    }
+    return record.get();
+}
+
+const char* protocolName(Object* protocol) {
+    return protocol ? static_cast<ProtocolRecord*>(protocol)->name.c_str() : nullptr;
+}
+
+} // namespace tessarin::embedded
+
+namespace tessarin::runtime {
+
+Object* lookUpProtocol(const char* name) {
+    const std::lock_guard lock(embedded::runtimeMutex());
+    Object* protocol = embedded::protocolNamed(name);
+    if (!protocol->isa) protocol->isa = embedded::runtimeClass(lookUpClass("Protocol"));
+    return protocol;
+}
+
+} // namespace tessarin::runtime

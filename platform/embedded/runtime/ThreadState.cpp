@@ -1,0 +1,59 @@
+#include "platform/embedded/runtime/ThreadState.h"
+
+#include "TessarinPlatform/NSObject.h"
+
+namespace tessarin::embedded {
+namespace {
+
+constexpr std::size_t deepestDeallocation = 64;
+
+// Trivially destructible, so that it may be read while the thread's other objects are being destroyed.
+thread_local bool threadStateIsGone = false;
+
+} // namespace
+
+ThreadState* ThreadState::current() {
+    if (threadStateIsGone) return nullptr;
+    static thread_local ThreadState state;
+    return &state;
+}
+
+ThreadState::ThreadState() = default;
+
+ThreadState::~ThreadState() {
+    // Objects that were autoreleased outside any pool live until here.
+    closePool(0);
+    threadStateIsGone = true;
+}
+
+void ThreadState::closePool(std::size_t begin) {
+    // The last first; what dying objects autorelease meanwhile belongs to this pool as well.
+    while (autoreleased_.size() > begin) {
+        Object* object = autoreleased_.back();
+        autoreleased_.pop_back();
+        runtime::release(object);
+    }
+    if (autoreleased_.empty() && autoreleased_.capacity() > std::size_t{1} << 16) autoreleased_ = {};
+}
+
+void ThreadState::deallocate(Object* object) {
+    if (depth_ == deepestDeallocation) {
+        postponed_.push_back(object);
+        return;
+    }
+    struct Depth {
+        explicit Depth(std::size_t& depth) : depth_(depth) { ++depth_; }
+        ~Depth() { --depth_; }
+        std::size_t& depth_;
+    } const entered(depth_);
+    send<void>(NSObject(object), "dealloc"_sel);
+    if (depth_ > 1) return;
+    while (!postponed_.empty()) {
+        Object* next = postponed_.back();
+        postponed_.pop_back();
+        send<void>(NSObject(next), "dealloc"_sel);
+    }
+    if (postponed_.capacity() > std::size_t{1} << 16) postponed_ = {};
+}
+
+} // namespace tessarin::embedded

@@ -1,0 +1,36 @@
+// What the runtime keeps for each thread: its autorelease pools and the deallocations under way.
+#pragma once
+
+#include "TessarinPlatform/Runtime.h"
+
+#include <cstddef>
+#include <vector>
+
+namespace tessarin::embedded {
+
+class ThreadState {
+public:
+    // The calling thread's, null once the thread has ended as far as C++ is concerned.
+    static ThreadState* current();
+
+    ThreadState();
+    ~ThreadState();
+    ThreadState(const ThreadState&) = delete;
+    ThreadState& operator=(const ThreadState&) = delete;
+
+    void autorelease(Object* object) { autoreleased_.push_back(object); }
+    std::size_t openPool() const { return autoreleased_.size(); }
+    void closePool(std::size_t begin);
+
+    // Sends dealloc to an object that has no references left. Deallocations nest, since an object releases
+    // what it holds; beyond a depth that no ordinary object reaches they are postponed until the outermost
+    // has returned, so that a million nested objects do not exhaust the stack.
+    void deallocate(Object* object);
+
+private:
+    std::vector<Object*> autoreleased_; // of all pools, the innermost last
+    std::vector<Object*> postponed_;
+    std::size_t depth_ = 0;
+};
+
+} // namespace tessarin::embedded

@@ -1,0 +1,35 @@
+// The Objective-C runtime's C interface beside the seam's own types. Included instead of <objc/runtime.h>:
+// the two use the same names for the same things, the runtime's in the global namespace and some as macros.
+#pragma once
+
+#include "TessarinPlatform/Definition.h"
+
+#include <objc/runtime.h>
+#if defined(__APPLE__)
+#    include <objc/objc-sync.h>
+#else
+#    include <objc/objc-exception.h>
+#    include <objc/objc-sync.h>
+#endif
+
+#undef YES
+#undef NO
+#undef nil
+#undef Nil
+
+namespace tessarin::native {
+
+// The same pointers under the runtime's types, and back.
+inline ::id runtimeObject(Object* object) { return reinterpret_cast<::id>(object); }
+inline ::Class runtimeClass(Object* object) { return reinterpret_cast<::Class>(object); }
+inline ::SEL runtimeSelector(SEL selector) { return reinterpret_cast<::SEL>(selector); }
+inline ::IMP runtimeImplementation(Implementation implementation) {
+    return reinterpret_cast<::IMP>(implementation);
+}
+inline Object* objectOf(::Class classObject) { return reinterpret_cast<Object*>(classObject); }
+inline Object* objectOf(::id object) { return reinterpret_cast<Object*>(object); }
+
+// The class of that name. Unlike runtime::lookUpClass it leaves what waits for classes alone.
+inline ::Class loadedClass(const char* name) { return reinterpret_cast<::Class>(objc_lookUpClass(name)); }
+
+} // namespace tessarin::native

@@ -1,0 +1,15 @@
+// Constant strings and the home directory.
+#include "TessarinPlatform/NSString.h"
+#include "platform/services/ExactStrings.h"
+
+extern "C" tessarin::Object* NSHomeDirectory();
+
+namespace tessarin {
+
+// They are never released, since nobody could tell when the last user of a literal is gone.
+Object* runtime::makeConstantString(std::string_view utf8) { return exactString(utf8).leak().object(); }
+Object* runtime::makeConstantString(std::u16string_view units) { return exactString(units).leak().object(); }
+
+NSString homeDirectory() { return NSString(::NSHomeDirectory()); }
+
+} // namespace tessarin

@@ -1,0 +1,3 @@
+#include "TessarinPlatform/detail/LibraryAnchor.h"
+
+const char tessarin_libraryAnchor = 0;

@@ -1,0 +1,154 @@
+// Strings: relations between paths, key paths, trimming.
+#include "TessarinFoundation/NSString+TessarinExtensions.h"
+
+#include "TessarinPlatform/AutoreleasePool.h"
+#include "TessarinPlatform/Definition.h"
+#include "TessarinPlatform/Exceptions.h"
+#include "TessarinPlatform/NSLog.h"
+#include "TessarinPlatform/NSMutableArray.h"
+#include "TessarinPlatform/NSMutableString.h"
+#include "TessarinPlatform/Retained.h"
+
+#include <algorithm>
+#include <cstdarg>
+#include <vector>
+
+using namespace tessarin;
+
+namespace {
+
+// ---- The path relative to a directory ----
+
+// How many leading components of a path equal the directory's without regard to case. The directory's list is
+// read without regard to its length, which is meant: where it ends first, all of it equal, the platform's
+// range exception reaches the caller.
+NSUInteger countOfMatchingComponents(NSArray pathComponents, NSArray directoryComponents) {
+    NSUInteger count = 0;
+    for (NSString component : pathComponents) {
+        const NSString counterpart = directoryComponents.objectAtIndex(count);
+        if (component.compare_options(counterpart, NSCaseInsensitiveSearch) != NSOrderedSame) break;
+        ++count;
+    }
+    return count;
+}
+
+NSString pathRelativeToDirectory(NSString self, SEL, NSString directory) {
+    if (!directory.isAbsolutePath()) return self;
+    if (!self.isAbsolutePath()) return self;
+    // A prefix of characters, not of components, and with regard to case, unlike what follows; both are
+    // meant.
+    if (self.hasPrefix(directory))
+        return tessarin_stringByTrimmingLeadingCharactersInSet(
+            self.substringFromIndex(directory.length()),
+            NSCharacterSet::characterSetWithCharactersInString("/"_ns));
+
+    const NSArray components = self.componentsSeparatedByString("/"_ns);
+    const NSArray directoryComponents = directory.componentsSeparatedByString("/"_ns);
+    const NSUInteger matching = countOfMatchingComponents(components, directoryComponents);
+    const NSArray remaining = components.subarrayWithRange({matching, components.count() - matching});
+
+    const Retained<NSMutableString> relative = adopt(NSMutableString::alloc().init());
+    for (NSUInteger level = matching; level < directoryComponents.count(); ++level)
+        relative.appendString("../"_ns);
+    relative.appendString(remaining.componentsJoinedByString("/"_ns));
+    return NSString::stringWithString(relative);
+}
+
+// ---- The parent directory of paths ----
+
+NSUInteger countOfCommonComponents(NSArray reference, const std::vector<NSArray>& parents) {
+    NSUInteger count = 0;
+    for (; count < reference.count(); ++count) {
+        const NSString component = reference.objectAtIndex(count);
+        const bool isCommon = std::ranges::all_of(
+            parents, [&](NSArray parent) { return component.isEqualToString(parent.objectAtIndex(count)); });
+        if (!isCommon) break;
+    }
+    return count;
+}
+
+// Without the release scope and the catching. The result is autoreleased.
+NSString commonParentDirectory(Class self, NSArray paths) {
+    std::vector<NSArray> parents;
+    parents.reserve(paths.count());
+    for (NSString path : paths) {
+        const NSArray components = path.stringByExpandingTildeInPath().pathComponents();
+        // One empty path decides, whatever the others are.
+        if (components.count() == 0) return send<NSString>(self, "string"_sel);
+        parents.push_back(components.subarrayWithRange({0, components.count() - 1}));
+    }
+    if (parents.empty()) return nil;
+
+    const NSArray shortest = *std::ranges::min_element(parents, {}, &NSArray::count);
+    if (shortest.count() == 0) return nil;
+    const NSUInteger common = countOfCommonComponents(shortest, parents);
+    if (common == 0) return send<NSString>(self, "string"_sel);
+    return send<NSString>(self, "stringWithString:"_sel,
+                          NSString::pathWithComponents(shortest.subarrayWithRange({0, common})));
+}
+
+NSString parentDirectoryForPaths(Class self, SEL, NSArray paths) {
+    Retained<NSString> result;
+    {
+        const AutoreleasePool pool;
+        attempt([&] { result = retain(commonParentDirectory(self, paths)); },
+                [&](NSException exception) {
+                    NSLog("Exception: %@, reason: %@"_ns, exception.name(), exception.reason());
+                });
+    }
+    return result.autorelease();
+}
+
+// ---- Key paths and trimming ----
+
+NSString keyPathWithComponents(Class, SEL, NSString first, ...) {
+    if (!first) return nil;
+    std::vector<NSString> further;
+    std::va_list list;
+    va_start(list, first);
+    while (Object* component = va_arg(list, Object*)) further.emplace_back(component);
+    va_end(list);
+
+    const Retained<NSMutableString> keyPath = adopt(NSMutableString::alloc().initWithString(first));
+    for (const NSString component : further) {
+        keyPath.appendString("."_ns);
+        keyPath.appendString(component);
+    }
+    // A plain NSString, whichever class is asked.
+    return NSString::stringWithString(keyPath);
+}
+
+NSString stringByTrimmingLeadingCharactersInSet(NSString self, SEL, NSCharacterSet set) {
+    const NSUInteger length = self.length();
+    NSUInteger index = 0;
+    while (index < length && set.characterIsMember(self.characterAtIndex(index))) ++index;
+    return self.substringFromIndex(index);
+}
+
+const ExtensionGroup group{"NSString",
+                           "TessarinExtensions",
+                           {
+                               instanceMethod("tessarin_pathRelativeToDirectory:", pathRelativeToDirectory),
+                               classMethod("tessarin_parentDirectoryForPaths:", parentDirectoryForPaths),
+                               classMethod("tessarin_keyPathWithComponents:", keyPathWithComponents),
+                               instanceMethod("tessarin_stringByTrimmingLeadingCharactersInSet:",
+                                              stringByTrimmingLeadingCharactersInSet),
+                           }};
+
+} // namespace
+
+NSString tessarin_pathRelativeToDirectory(NSString path, NSString directory) {
+    return send<NSString>(path, "tessarin_pathRelativeToDirectory:"_sel, directory);
+}
+
+NSString tessarin_parentDirectoryForPaths(NSArray paths) {
+    return tessarin_parentDirectoryForPaths(NSString::classObject(), paths);
+}
+
+NSString tessarin_parentDirectoryForPaths(Class receiver, NSArray paths) {
+    return send<NSString>(receiver, "tessarin_parentDirectoryForPaths:"_sel, paths);
+}
+
+NSString tessarin_stringByTrimmingLeadingCharactersInSet(NSString string, NSCharacterSet set) {
+    return send<NSString>(string, "tessarin_stringByTrimmingLeadingCharactersInSet:"_sel, set);
+}

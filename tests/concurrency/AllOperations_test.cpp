@@ -1,0 +1,91 @@
+// Every operation on many threads at once: each keeps no state, so each thread finds what it would find
+// alone.
+#include "PlatformTest.h"
+
+#include "TessarinFoundation/TessarinFoundation.h"
+#include "TessarinPlatform/AudioComponent.h"
+
+#include <functional>
+#include <thread>
+
+namespace tessarin::testing {
+namespace {
+
+class ConcurrentTest : public PlatformTest {
+protected:
+    // Runs `work` on several threads at once, each time in a pool of its own; `work` answers what went wrong,
+    // if anything.
+    static void onManyThreads(int rounds, const std::function<std::string()>& work) {
+        constexpr int threadCount = 8;
+        std::vector<std::string> mistakes(threadCount);
+        std::vector<std::thread> threads;
+        for (std::string& mistake : mistakes)
+            threads.emplace_back([&, rounds] {
+                for (int round = 0; round < rounds && mistake.empty(); ++round) {
+                    const AutoreleasePool pool;
+                    mistake = work();
+                }
+            });
+        for (std::thread& thread : threads) thread.join();
+        for (const std::string& mistake : mistakes) EXPECT_EQ(mistake, "");
+    }
+    static std::string difference(const std::string& found, const std::string& expected) {
+        return found == expected ? "" : "found " + found + " instead of " + expected;
+    }
+};
+
+TEST_F(ConcurrentTest, PathsOfSharedStrings) {
+    const Retained<NSString> path = retain(NSString(std::string("/Users/x/Music/a.wav")));
+    const Retained<NSString> directory = retain(NSString(std::string("/users/X/Samples")));
+    const Retained<NSArray> paths = retain(NSArray::arrayOf(path, NSString(std::string("/Users/x/y"))));
+    onManyThreads(500, [&] {
+        return difference(text(tessarin_pathRelativeToDirectory(path, directory)), "../Music/a.wav")
+               + difference(text(tessarin_parentDirectoryForPaths(paths)), "/Users/x");
+    });
+}
+
+TEST_F(ConcurrentTest, ExceptionsOnEveryThread) {
+    onManyThreads(200, [] {
+        return difference(thrownName([] { return tessarin_pathRelativeToDirectory("/A/b/c"_ns, "/a/b"_ns); }),
+                          "NSRangeException");
+    });
+}
+
+TEST_F(ConcurrentTest, KeyPathsTrimmingURLsAndFileManagers) {
+    const Retained<NSCharacterSet> slash = retain(NSCharacterSet::characterSetWithCharactersInString("/"_ns));
+    const Retained<NSURL> base = retain(NSURL::fileURLWithPath("/nowhere/x"_ns));
+    const std::string expected = text(NSURL::fileURLWithPath("y/z"_ns).path());
+    onManyThreads(300, [&] {
+        const NSURL url = NSURL::fileURLWithPath("/nowhere/x/y/z"_ns);
+        return difference(text(tessarin_keyPathWithComponents("a"_ns, "b"_ns)), "a.b")
+               + difference(text(tessarin_stringByTrimmingLeadingCharactersInSet("//a"_ns, slash)), "a")
+               + difference(text(tessarin_fileURLRelativeToFileURL(url, base).path()), expected)
+               + (tessarin_fileManager() == NSFileManager::defaultManager() ? "the shared manager" : "");
+    });
+}
+
+TEST_F(ConcurrentTest, AudioDescriptionsAndComponents) {
+    const AudioComponentDescription description{0x61756678, 0x636F6E63, 0x54535430, 0, 0};
+    const AudioStreamBasicDescription format{44100.0, 0x6C70636D, 9, 8, 1, 8, 2, 32, 0};
+    const Retained<NSArray> kept = retain(TSSRArrayFromASBD(format));
+    onManyThreads(200, [&] {
+        std::string mistake;
+        const AudioComponent component = AudioComponentRegister(&description, "Acme: Delay"_ns, 1, nullptr);
+        NSString manufacturer;
+        mistake += difference(text(TSSRGetAudioComponentName(component, &manufacturer)), "Delay");
+        const NSString line =
+            TSSRIdentifierStringFromAudioComponentDescriptionAndManufacturer(description, manufacturer);
+        adopt(manufacturer).reset();
+        mistake += difference(text(line), "Acme: aufx; conc; TST0");
+        const AudioComponentDescription read =
+            TSSRAudioComponentDescriptionFromIdentifierString(line, nullptr);
+        if (!TSSREqualAudioComponentDescriptions(read, description)) mistake += "another description";
+        if (TSSRASBDFromArray(kept).mSampleRate != 44100.0) mistake += "another sample rate";
+        if (!TSSRArrayFromASBD(format).isEqual(kept)) mistake += "another array";
+        return mistake;
+    });
+    EXPECT_EQ(AudioComponentCount(&description), 1600u);
+}
+
+} // namespace
+} // namespace tessarin::testing

@@ -1,0 +1,129 @@
+// An application in plain Objective-C: sends every operation and calls every function of the public headers.
+#import "Checks.h"
+
+#import "TessarinFoundation/TessarinFoundation.h"
+#import "TessarinPlatform/AudioComponent.h"
+#import "TessarinPlatform/FourCharacterCodes.h"
+
+#include <string.h>
+
+static void checkPaths(void) {
+    CHECK_TEXT([@"/Users/x/Music/a.wav" tessarin_pathRelativeToDirectory:@"/Users/x"], @"Music/a.wav");
+    CHECK_TEXT([@"/x/y" tessarin_pathRelativeToDirectory:@"/a/b"], @"../../x/y");
+    NSString *relative = @"relative";
+    CHECK([relative tessarin_pathRelativeToDirectory:@"/a"] == relative);
+    CHECK([relative tessarin_pathRelativeToDirectory:nil] == relative);
+    CHECK_RAISES(NSRangeException, [@"/A/b/c" tessarin_pathRelativeToDirectory:@"/a/b"]);
+
+    NSArray *paths = [NSArray arrayWithObjects:@"/a/b/x", @"/a/c/y", nil];
+    CHECK_TEXT([NSString tessarin_parentDirectoryForPaths:paths], @"/a");
+    NSMutableString *editable = (NSMutableString *)[NSMutableString tessarin_parentDirectoryForPaths:paths];
+    [editable appendString:@"/d"];
+    CHECK_TEXT(editable, @"/a/d");
+    CHECK([NSString tessarin_parentDirectoryForPaths:nil] == nil);
+    CHECK([NSString tessarin_parentDirectoryForPaths:[NSArray arrayWithObject:[NSNumber numberWithInt:1]]]
+          == nil);
+}
+
+static void checkKeyPathsAndTrimming(void) {
+    NSString *gain = @"gain";
+    CHECK_TEXT(([NSString tessarin_keyPathWithComponents:@"track", @"effect", gain, nil]),
+               @"track.effect.gain");
+    CHECK_TEXT(([NSString tessarin_keyPathWithComponents:@"a", nil]), @"a");
+    CHECK_TEXT(([NSString tessarin_keyPathWithComponents:@"a", @"", @"b", nil]), @"a..b");
+    CHECK(([NSString tessarin_keyPathWithComponents:nil, nil] == nil));
+
+    NSCharacterSet *slashes = [NSCharacterSet characterSetWithCharactersInString:@"/"];
+    CHECK_TEXT([@"///a/b" tessarin_stringByTrimmingLeadingCharactersInSet:slashes], @"a/b");
+    CHECK_TEXT([@"///" tessarin_stringByTrimmingLeadingCharactersInSet:slashes], @"");
+}
+
+static void checkURLsAndFileManagers(void) {
+    NSURL *file = [NSURL fileURLWithPath:@"/a/b/c"];
+    NSURL *relative = [file tessarin_fileURLRelativeToFileURL:[NSURL fileURLWithPath:@"/a/b"]];
+    CHECK([relative isFileURL]);
+    CHECK_TEXT([[relative path] lastPathComponent], @"c");
+    CHECK([file tessarin_fileURLRelativeToFileURL:nil] == nil);
+    CHECK([file tessarin_fileURLRelativeToFileURL:[NSURL URLWithString:@"http://x/a"]] == nil);
+
+    NSFileManager *first = [NSFileManager tessarin_fileManager];
+    CHECK(first != nil && first != [NSFileManager tessarin_fileManager]);
+    CHECK(first != [NSFileManager defaultManager]);
+}
+
+static void checkStreamFormats(void) {
+    AudioStreamBasicDescription format = {44100.0, 0x6c70636d, 12, 4, 1, 4, 2, 16, 7};
+    NSArray *array = TSSRArrayFromASBD(format);
+    CHECK([array count] == 9);
+    CHECK([[array objectAtIndex:0] doubleValue] == 44100.0);
+    CHECK([[array objectAtIndex:1] unsignedLongValue] == 1819304813UL);
+    AudioStreamBasicDescription back = TSSRASBDFromArray(array);
+    CHECK(memcmp(&format, &back, sizeof format) == 0);
+    CHECK_RAISES(NSRangeException, TSSRASBDFromArray([NSArray array]));
+    CHECK(TSSRASBDFromArray(nil).mSampleRate == 0.0);
+}
+
+static void checkParameterDescriptions(void) {
+    AudioUnitParameterInfo information;
+    memset(&information, 0, sizeof information);
+    information.unitName = @"dB";
+    information.cfNameString = @"Gain";
+    information.clumpID = 3;
+    information.minValue = -96.0F;
+    information.maxValue = 12.0F;
+    NSArray *written = TSSRArrayFromAudioUnitParameterInfo(information);
+    CHECK([written count] == 8);
+    CHECK([written objectAtIndex:1] == information.cfNameString);
+    CHECK_RAISES(NSInvalidArgumentException, TSSRAudioUnitParameterInfoFromArray(written));
+
+    NSNumber *one = [NSNumber numberWithInt:1];
+    NSArray *readable = [NSArray arrayWithObjects:@"dB", one, @"Gain", one, one, one, one, one, nil];
+    AudioUnitParameterInfo read = TSSRAudioUnitParameterInfoFromArray(readable);
+    CHECK_TEXT(read.unitName, @"dB");
+    CHECK_TEXT(read.cfNameString, @"Gain");
+    CHECK(read.clumpID == 1 && read.unit == 1 && read.flags == 1 && read.maxValue == 1.0F);
+    [read.unitName release];
+    [read.cfNameString release];
+}
+
+static void checkComponentIdentity(void) {
+    AudioComponentDescription delay = {0x61756678, 0x64656c79, 0x41636d65, 0, 0};
+    NSString *line = TSSRIdentifierStringFromAudioComponentDescriptionAndManufacturer(delay, @"Acme");
+    CHECK_TEXT(line, @"Acme: aufx; dely; Acme");
+
+    NSString *manufacturer = nil;
+    AudioComponentDescription read = TSSRAudioComponentDescriptionFromIdentifierString(line, &manufacturer);
+    CHECK_TEXT(manufacturer, @"Acme");
+    [manufacturer release];
+    CHECK(TSSREqualAudioComponentDescriptions(delay, read));
+    read.componentSubType = 0;
+    CHECK(!TSSREqualAudioComponentDescriptions(delay, read));
+
+    AudioComponent component = AudioComponentRegister(&delay, @"  Acme :  Delay  ", 0x10000, NULL);
+    CHECK(AudioComponentCount(&delay) == 1);
+    CHECK(AudioComponentFindNext(NULL, &delay) == component);
+    CHECK_TEXT(TSSRGetAudioComponentName(component, &manufacturer), @"Delay");
+    CHECK_TEXT(manufacturer, @"Acme");
+    [manufacturer release];
+    CHECK(TSSRGetAudioComponentName(NULL, NULL) == nil);
+
+    NSString *type = UTCreateStringForOSType(delay.componentType);
+    CHECK_TEXT(type, @"aufx");
+    CHECK(UTGetOSTypeFromString(type) == delay.componentType);
+    [type release];
+
+    CHECK_TEXT(TSSRErrorDomain, @"Tessarin Error Domain");
+}
+
+int main(void) {
+    NSAutoreleasePool *pool = [[NSAutoreleasePool alloc] init];
+    checkPaths();
+    checkKeyPathsAndTrimming();
+    checkURLsAndFileManagers();
+    checkStreamFormats();
+    checkParameterDescriptions();
+    checkComponentIdentity();
+    const int exitCode = closeChecks();
+    [pool release];
+    return exitCode;
+}

@@ -1,0 +1,499 @@
+// NSString and NSMutableString: creation, units, equality, parts, splitting, trimming, encodings and edits.
+#include "PlatformTest.h"
+
+#include "TessarinPlatform/NSArray.h"
+#include "TessarinPlatform/NSData.h"
+
+#include <string>
+
+namespace tessarin::testing {
+namespace {
+
+using NSStringTest = PlatformTest;
+using NSMutableStringTest = PlatformTest;
+
+// A string class with nothing but the primitive operations: the letter a, as many times as it is told.
+NSUInteger countedLength(NSString self, SEL) { return instanceVariableOf<NSUInteger>(self, "_count"); }
+unichar countedCharacter(NSString self, SEL, NSUInteger index) {
+    return static_cast<unichar>(u'a' + index % instanceVariableOf<NSUInteger>(self, "_period"));
+}
+NSString countedString(NSUInteger count, NSUInteger period) {
+    static const ClassDefinition definition{
+        {.name = "CountedString",
+         .superclass = "NSString",
+         .instanceVariables = {instanceVariable<NSUInteger>("_count"),
+                               instanceVariable<NSUInteger>("_period")},
+         .methods = {instanceMethod("length", countedLength),
+                     instanceMethod("characterAtIndex:", countedCharacter)}}};
+    Retained<NSString> string = adopt<NSString>(send<id>(definition.classObject().alloc(), "init"_sel));
+    instanceVariableOf<NSUInteger>(string, "_count") = count;
+    instanceVariableOf<NSUInteger>(string, "_period") = period;
+    return string.autorelease();
+}
+
+std::u16string units(NSString string) { return static_cast<std::u16string>(string); }
+
+// ---- Creation and conversion
+// ---------------------------------------------------------------------------------------
+
+TEST_F(NSStringTest, ComesFromUtf8AndGoesBack) {
+    const std::string utf8 = "a\u00e9\u20ac\U0001F600z";
+    const NSString string(utf8);
+    EXPECT_EQ(units(string), u"a\u00e9\u20ac\U0001F600z");
+    EXPECT_EQ(static_cast<std::string>(string), utf8);
+}
+
+TEST_F(NSStringTest, LongTextComesFromUtf8AndGoesBack) {
+    std::string utf8;
+    for (int index = 0; index < 1000; ++index) utf8 += "abcdefg\u20ac\U0001F600";
+    const NSString string(utf8);
+    EXPECT_EQ(string.length(), 10000u);
+    EXPECT_EQ(static_cast<std::string>(string), utf8);
+}
+
+TEST_F(NSStringTest, IllFormedUtf8GivesNil) {
+    for (const char* text : {"\x80", "a\xC3", "\xC0\x80", "\xE0\x80\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80",
+                             "\xFF", "\xF0\x9F\x98", "\xC3("})
+        EXPECT_FALSE(NSString(std::string(text))) << text;
+}
+
+TEST_F(NSStringTest, UnpairedSurrogateGoesToUtf8AsReplacementCharacter) {
+    const char16_t half[] = {u'a', 0xD83D, u'b'};
+    EXPECT_EQ(static_cast<std::string>(NSString(std::u16string_view(half, 3))), "a\uFFFDb");
+}
+
+TEST_F(NSStringTest, KeepsZeroUnits) {
+    const NSString string(std::string_view("a\0b", 3));
+    EXPECT_EQ(string.length(), 3u);
+    EXPECT_EQ(static_cast<std::string>(string), std::string("a\0b", 3));
+}
+
+TEST_F(NSStringTest, NilIsEmptyText) {
+    EXPECT_EQ(static_cast<std::string>(NSString()), "");
+    EXPECT_EQ(units(NSString()), u"");
+}
+
+TEST_F(NSStringTest, ConstantStringsOfTheSameTextAreTheSameObject) {
+    EXPECT_EQ("constant"_ns, "constant"_ns);
+    EXPECT_TRUE("\u00e9"_ns.isEqual(u"\u00e9"_ns));
+}
+
+TEST_F(NSStringTest, StringIsEmpty) {
+    EXPECT_EQ(NSString::string().length(), 0u);
+    EXPECT_TRUE(NSString::string().isEqual(""_ns));
+}
+
+TEST_F(NSStringTest, StringWithStringIsEqual) {
+    EXPECT_EQ(text(NSString::stringWithString("abc"_ns)), "abc");
+}
+
+TEST_F(NSStringTest, StringWithStringOfMutableStringDoesNotFollowIt) {
+    const Retained<NSMutableString> original = adopt<NSMutableString>("abc"_ns.mutableCopy());
+    const NSString string = NSString::stringWithString(original);
+    original.appendString("d"_ns);
+    EXPECT_EQ(text(string), "abc");
+}
+
+TEST_F(NSStringTest, StringWithNilStringRaises) {
+    EXPECT_THROWS_NAMED(NSString::stringWithString(nil), "NSInvalidArgumentException");
+}
+
+TEST_F(NSStringTest, StringWithCharactersTakesUnits) {
+    const unichar characters[] = {u'x', 0x20AC, 0xD83D, 0xDE00};
+    EXPECT_EQ(text(NSString::stringWithCharacters_length(characters, 4)), "x\u20ac\U0001F600");
+}
+
+TEST_F(NSStringTest, StringWithUtf8String) {
+    EXPECT_EQ(units(NSString::stringWithUTF8String("\u00e9")), u"\u00e9");
+    EXPECT_FALSE(NSString::stringWithUTF8String("\xFF"));
+}
+
+TEST_F(NSStringTest, InitWithBytesRefusesWhatTheEncodingCannotHold) {
+    EXPECT_FALSE(adopt(NSString::alloc().initWithBytes_length_encoding("\xE9", 1, NSASCIIStringEncoding)));
+    EXPECT_FALSE(adopt(NSString::alloc().initWithBytes_length_encoding("\xE9", 1, NSUTF8StringEncoding)));
+}
+
+TEST_F(NSStringTest, InitWithBytesReadsLatin1) {
+    constexpr NSStringEncoding latin1 = 5;
+    const auto string = adopt(NSString::alloc().initWithBytes_length_encoding("\xE9z", 2, latin1));
+    EXPECT_EQ(units(string), u"\u00e9z");
+}
+
+TEST_F(NSStringTest, InitWithDataReadsUtf8) {
+    const NSData data = NSData::dataWithBytes_length("a\u20ac", 4);
+    EXPECT_EQ(text(adopt(NSString::alloc().initWithData_encoding(data, NSUTF8StringEncoding))), "a\u20ac");
+}
+
+// ---- Units
+// ---------------------------------------------------------------------------------------------------------
+
+TEST_F(NSStringTest, CharacterAtIndexGivesUnits) {
+    EXPECT_EQ(u"\u00e9"_ns.characterAtIndex(0), u'\u00e9');
+    EXPECT_EQ(u"\U0001F600"_ns.characterAtIndex(1), 0xDE00);
+}
+
+TEST_F(NSStringTest, CharacterBeyondTheEndRaises) {
+    EXPECT_NE(thrownName([] { "a"_ns.characterAtIndex(1); }), "(nothing)");
+}
+
+TEST_F(NSStringTest, GetCharactersCopiesARange) {
+    unichar buffer[2] = {};
+    "abcd"_ns.getCharacters_range(buffer, {1, 2});
+    EXPECT_EQ(buffer[0], u'b');
+    EXPECT_EQ(buffer[1], u'c');
+    EXPECT_THROWS_NAMED("abcd"_ns.getCharacters_range(buffer, {3, 2}), "NSRangeException");
+}
+
+TEST_F(NSStringTest, Utf8StringEndsInZero) {
+    EXPECT_STREQ("plain"_ns.UTF8String(), "plain");
+    EXPECT_STREQ(u"\u00e9\u20ac"_ns.UTF8String(), "\u00e9\u20ac");
+}
+
+TEST_F(NSStringTest, DataUsingEncodingHoldsTheBytes) {
+    const NSData data = u"\u00e9"_ns.dataUsingEncoding(NSUTF8StringEncoding);
+    EXPECT_EQ(std::string(static_cast<const char*>(data.bytes()), data.length()), "\u00e9");
+    EXPECT_EQ("abc"_ns.dataUsingEncoding(NSASCIIStringEncoding).length(), 3u);
+}
+
+TEST_F(NSStringTest, DataUsingEncodingIsNilWhereTheTextDoesNotFit) {
+    EXPECT_FALSE(u"\u00e9"_ns.dataUsingEncoding(NSASCIIStringEncoding));
+}
+
+TEST_F(NSStringTest, DescribesItself) { EXPECT_EQ(text("abc"_ns.description()), "abc"); }
+
+// ---- Equality
+// ------------------------------------------------------------------------------------------------------
+
+TEST_F(NSStringTest, EqualTextIsEqualWhateverTheClass) {
+    const Retained<NSMutableString> other = adopt<NSMutableString>("abc"_ns.mutableCopy());
+    EXPECT_TRUE("abc"_ns.isEqual(other));
+    EXPECT_TRUE("abc"_ns.isEqualToString(other));
+    EXPECT_EQ("abc"_ns.hash(), other.hash());
+}
+
+TEST_F(NSStringTest, EqualTextIsEqualWhateverItHeldBefore) {
+    const NSMutableString narrowed = NSMutableString::stringWithString(u"abc\u20ac"_ns);
+    narrowed.deleteCharactersInRange({3, 1});
+    EXPECT_TRUE("abc"_ns.isEqual(narrowed));
+    EXPECT_TRUE(narrowed.isEqual("abc"_ns));
+    EXPECT_EQ("abc"_ns.hash(), narrowed.hash());
+}
+
+TEST_F(NSStringTest, EqualLongTextHasEqualHashes) {
+    for (const std::size_t length : {7u, 8u, 9u, 12u, 100u, 1001u}) {
+        const std::string same(length, 'x');
+        const NSMutableString wide = NSMutableString::stringWithString(u"\u20ac"_ns);
+        wide.appendString(NSString(same));
+        wide.deleteCharactersInRange({0, 1});
+        EXPECT_EQ(NSString(same).hash(), wide.hash()) << length;
+    }
+}
+
+TEST_F(NSStringTest, OtherTextOrClassIsNotEqual) {
+    EXPECT_FALSE("abc"_ns.isEqual("abd"_ns));
+    EXPECT_FALSE("abc"_ns.isEqual("ab"_ns));
+    EXPECT_FALSE("abc"_ns.isEqual(nil));
+    EXPECT_FALSE("abc"_ns.isEqual("NSString"_class));
+    EXPECT_FALSE("abc"_ns.isEqualToString(nil));
+}
+
+TEST_F(NSStringTest, EqualityIsByUnitsNotCanonical) {
+    EXPECT_FALSE(u"\u00e9"_ns.isEqualToString(u"e\u0301"_ns));
+}
+
+// ---- Parts
+// ---------------------------------------------------------------------------------------------------------
+
+TEST_F(NSStringTest, SubstringFromIndex) {
+    EXPECT_EQ(text("abcdef"_ns.substringFromIndex(4)), "ef");
+    EXPECT_EQ(text("abcdef"_ns.substringFromIndex(6)), "");
+    EXPECT_THROWS_NAMED("abcdef"_ns.substringFromIndex(7), "NSRangeException");
+}
+
+TEST_F(NSStringTest, SubstringToIndex) {
+    EXPECT_EQ(text("abcdef"_ns.substringToIndex(2)), "ab");
+    EXPECT_EQ(text("abcdef"_ns.substringToIndex(0)), "");
+    EXPECT_THROWS_NAMED("abcdef"_ns.substringToIndex(7), "NSRangeException");
+}
+
+TEST_F(NSStringTest, SubstringWithRange) {
+    EXPECT_EQ(text(u"ab\u20accd"_ns.substringWithRange({2, 2})), "\u20acc");
+    EXPECT_THROWS_NAMED("abc"_ns.substringWithRange({1, 3}), "NSRangeException");
+    EXPECT_THROWS_NAMED("abc"_ns.substringWithRange({1, static_cast<NSUInteger>(-1)}), "NSRangeException");
+}
+
+TEST_F(NSStringTest, SubstringExceptionNamesIndexAndLength) {
+    const NSString reason = attempt([] { return "hello world"_ns.substringFromIndex(100); },
+                                    [](NSException exception) { return exception.reason(); });
+    EXPECT_NE(text(reason).find("substringFromIndex:]: Index 100 out of bounds; string length 11"),
+              std::string::npos)
+        << text(reason);
+}
+
+TEST_F(NSStringTest, AppendingGivesANewString) {
+    EXPECT_EQ(text("ab"_ns.stringByAppendingString("cd"_ns)), "abcd");
+    EXPECT_EQ(text("ab"_ns.stringByAppendingString(u"\u20ac"_ns)), "ab\u20ac");
+}
+
+TEST_F(NSStringTest, AppendingNilRaises) {
+    EXPECT_THROWS_NAMED("ab"_ns.stringByAppendingString(nil), "NSInvalidArgumentException");
+}
+
+TEST_F(NSStringTest, SplitsAtEachSeparator) {
+    EXPECT_EQ(texts(";"_ns.componentsSeparatedByString(";"_ns)), (Texts{"", ""}));
+    EXPECT_EQ(texts(";;"_ns.componentsSeparatedByString(";"_ns)), (Texts{"", "", ""}));
+    EXPECT_EQ(texts("a;"_ns.componentsSeparatedByString(";"_ns)), (Texts{"a", ""}));
+    EXPECT_EQ(texts("a, b, c"_ns.componentsSeparatedByString(", "_ns)), (Texts{"a", "b", "c"}));
+    EXPECT_EQ(texts(u"a\u20acb"_ns.componentsSeparatedByString(u"\u20ac"_ns)), (Texts{"a", "b"}));
+}
+
+TEST_F(NSStringTest, SplitWithoutSeparatorIsTheWholeString) {
+    EXPECT_EQ(texts(""_ns.componentsSeparatedByString(";"_ns)), (Texts{""}));
+    EXPECT_EQ(texts("abc"_ns.componentsSeparatedByString(""_ns)), (Texts{"abc"}));
+    EXPECT_EQ(texts("abc"_ns.componentsSeparatedByString(u"\u20ac"_ns)), (Texts{"abc"}));
+}
+
+TEST_F(NSStringTest, SeparatorsDoNotOverlap) {
+    EXPECT_EQ(texts("aaa"_ns.componentsSeparatedByString("aa"_ns)), (Texts{"", "a"}));
+}
+
+TEST_F(NSStringTest, SplitsLiterallyBeforeACombiningMark) {
+    const NSArray parts = u"a;\u0301b"_ns.componentsSeparatedByString(";"_ns);
+    ASSERT_EQ(parts.count(), 2u);
+    EXPECT_EQ(units(parts.objectAtIndex(1)), u"\u0301b");
+}
+
+TEST_F(NSStringTest, SplitAtNilRaises) {
+    EXPECT_THROWS_NAMED("abc"_ns.componentsSeparatedByString(nil), "NSInvalidArgumentException");
+}
+
+TEST_F(NSStringTest, SplitsLongRepetitiveTextAtLongSeparatorInTime) {
+    const NSString whole(std::string(400000, 'a'));
+    const NSString separator(std::string(200000, 'a') + "b");
+    EXPECT_EQ(whole.componentsSeparatedByString(separator).count(), 1u);
+    EXPECT_EQ(whole.componentsSeparatedByString(NSString(std::string(100000, 'a'))).count(), 5u);
+}
+
+TEST_F(NSStringTest, TrimsBothEnds) {
+    const NSCharacterSet spaces = NSCharacterSet::whitespaceCharacterSet();
+    EXPECT_EQ(text(" \t a b \t"_ns.stringByTrimmingCharactersInSet(spaces)), "a b");
+    EXPECT_EQ(text(" \t "_ns.stringByTrimmingCharactersInSet(spaces)), "");
+    EXPECT_EQ(text("\na\n"_ns.stringByTrimmingCharactersInSet(spaces)), "\na\n");
+}
+
+TEST_F(NSStringTest, TrimsUnitByUnit) {
+    const NSString smiley = u"\U0001F600"_ns;
+    const NSCharacterSet smileys = NSCharacterSet::characterSetWithCharactersInString(smiley);
+    EXPECT_EQ(text(smiley.stringByTrimmingCharactersInSet(smileys)), "\U0001F600");
+    const NSCharacterSet others = NSCharacterSet::alphanumericCharacterSet().invertedSet();
+    EXPECT_EQ(text(u"\U0001F600a"_ns.stringByTrimmingCharactersInSet(others)), "a");
+}
+
+TEST_F(NSStringTest, LetterCaseFollowsUnicode) {
+    EXPECT_EQ(text(u"ABC \u00c9\u0130"_ns.lowercaseString()), "abc \u00e9i\u0307");
+    EXPECT_EQ(text(u"abc stra\u00dfe \u00ff"_ns.uppercaseString()), "ABC STRASSE \u0178");
+    EXPECT_EQ(text(u"\u039f\u03a3"_ns.lowercaseString()), "\u03bf\u03c2");
+}
+
+// ---- Prefixes and searching
+// ----------------------------------------------------------------------------------------
+
+TEST_F(NSStringTest, HasPrefix) {
+    EXPECT_TRUE("/a/b"_ns.hasPrefix("/a"_ns));
+    EXPECT_TRUE("/a"_ns.hasPrefix("/a"_ns));
+    EXPECT_FALSE("/A"_ns.hasPrefix("/a"_ns));
+    EXPECT_FALSE("/"_ns.hasPrefix("/a"_ns));
+}
+
+TEST_F(NSStringTest, HasSuffix) {
+    EXPECT_TRUE("file.txt"_ns.hasSuffix(".txt"_ns));
+    EXPECT_FALSE("file.txt"_ns.hasSuffix(".TXT"_ns));
+}
+
+TEST_F(NSStringTest, EmptyPrefixIsNone) {
+    EXPECT_FALSE("abc"_ns.hasPrefix(""_ns));
+    EXPECT_FALSE(""_ns.hasPrefix(""_ns));
+    EXPECT_FALSE("abc"_ns.hasSuffix(""_ns));
+}
+
+TEST_F(NSStringTest, NilPrefixRaises) {
+    EXPECT_THROWS_NAMED("abc"_ns.hasPrefix(nil), "NSInvalidArgumentException");
+    EXPECT_THROWS_NAMED("abc"_ns.hasSuffix(nil), "NSInvalidArgumentException");
+}
+
+TEST_F(NSStringTest, RangeOfString) {
+    EXPECT_EQ("abcabc"_ns.rangeOfString("bc"_ns), (NSRange{1, 2}));
+    EXPECT_EQ("abc"_ns.rangeOfString("x"_ns), (NSRange{static_cast<NSUInteger>(NSNotFound), 0}));
+    EXPECT_EQ("abc"_ns.rangeOfString(""_ns), (NSRange{static_cast<NSUInteger>(NSNotFound), 0}));
+    EXPECT_EQ(u"a\u20acb"_ns.rangeOfString("b"_ns), (NSRange{2, 1}));
+}
+
+TEST_F(NSStringTest, RangeOfNilRaises) {
+    EXPECT_THROWS_NAMED("abc"_ns.rangeOfString(nil), "NSInvalidArgumentException");
+}
+
+TEST_F(NSStringTest, RangeOfStringBackwards) {
+    EXPECT_EQ("abcabc"_ns.rangeOfString_options("bc"_ns, NSBackwardsSearch), (NSRange{4, 2}));
+}
+
+TEST_F(NSStringTest, RangeOfLongStringBackwards) {
+    const std::string searched = std::string(100, 'a') + "b";
+    const NSString whole(searched + searched + "c");
+    EXPECT_EQ(whole.rangeOfString_options(NSString(searched), NSBackwardsSearch), (NSRange{101, 101}));
+    EXPECT_EQ(whole.rangeOfString(NSString(searched)), (NSRange{0, 101}));
+}
+
+TEST_F(NSStringTest, RangeOfStringAnchored) {
+    const NSRange none{static_cast<NSUInteger>(NSNotFound), 0};
+    EXPECT_EQ("abcab"_ns.rangeOfString_options("ab"_ns, NSAnchoredSearch), (NSRange{0, 2}));
+    EXPECT_EQ("abcab"_ns.rangeOfString_options("bc"_ns, NSAnchoredSearch), none);
+    EXPECT_EQ("abcab"_ns.rangeOfString_options("ab"_ns, NSAnchoredSearch | NSBackwardsSearch),
+              (NSRange{3, 2}));
+}
+
+TEST_F(NSStringTest, RangeOfStringInAnyCase) {
+    EXPECT_EQ("xABy"_ns.rangeOfString_options("ab"_ns, NSCaseInsensitiveSearch), (NSRange{1, 2}));
+    EXPECT_EQ("abAB"_ns.rangeOfString_options("aB"_ns, NSCaseInsensitiveSearch | NSBackwardsSearch),
+              (NSRange{2, 2}));
+}
+
+TEST_F(NSStringTest, RangeOfStringInAnyCaseFindsFoldedText) {
+    EXPECT_EQ(u"Stra\u00dfe"_ns.rangeOfString_options("SS"_ns, NSCaseInsensitiveSearch), (NSRange{4, 1}));
+    EXPECT_EQ(u"Stra\u00dfe"_ns.rangeOfString_options("sE"_ns, NSCaseInsensitiveSearch).length, 0u);
+    EXPECT_EQ(u"xe\u0301"_ns.rangeOfString_options(u"\u00c9"_ns, NSCaseInsensitiveSearch), (NSRange{1, 2}));
+}
+
+TEST_F(NSStringTest, RangeOfCharacterFromSet) {
+    const NSCharacterSet set = NSCharacterSet::characterSetWithCharactersInString("xy"_ns);
+    EXPECT_EQ("abyx"_ns.rangeOfCharacterFromSet(set), (NSRange{2, 1}));
+    EXPECT_EQ("ab"_ns.rangeOfCharacterFromSet(set), (NSRange{static_cast<NSUInteger>(NSNotFound), 0}));
+}
+
+TEST_F(NSStringTest, RangeOfCharacterFromSetTakesASurrogatePairAsOne) {
+    const NSCharacterSet set = NSCharacterSet::characterSetWithCharactersInString(u"\U0001F600"_ns);
+    EXPECT_EQ(u"a\U0001F600"_ns.rangeOfCharacterFromSet(set), (NSRange{1, 2}));
+}
+
+// ---- Copies and derived classes
+// ------------------------------------------------------------------------------------
+
+TEST_F(NSStringTest, CopyOfAnImmutableStringIsItself) {
+    const NSString string(std::string("copied"));
+    EXPECT_EQ(NSObject(adopt(string.copy())), NSObject(string));
+}
+
+TEST_F(NSStringTest, MutableCopyCanBeEdited) {
+    const Retained<NSMutableString> copy = adopt<NSMutableString>("ab"_ns.mutableCopy());
+    copy.appendString("c"_ns);
+    EXPECT_EQ(text(copy), "abc");
+}
+
+TEST_F(NSStringTest, DerivedClassNeedsOnlyThePrimitives) {
+    const NSString string = countedString(5, 3);
+    EXPECT_EQ(text(string), "abcab");
+    EXPECT_TRUE("abcab"_ns.isEqual(string));
+    EXPECT_TRUE(string.isEqual("abcab"_ns));
+    EXPECT_EQ(string.hash(), "abcab"_ns.hash());
+    EXPECT_STREQ(string.UTF8String(), "abcab");
+}
+
+TEST_F(NSStringTest, DerivedClassIsSearchedThroughThePrimitives) {
+    const NSString string = countedString(5, 3);
+    EXPECT_EQ(text(string.substringFromIndex(2)), "cab");
+    EXPECT_EQ(string.rangeOfString("ca"_ns), (NSRange{2, 2}));
+    EXPECT_TRUE(string.hasPrefix("ab"_ns));
+    EXPECT_EQ(texts(string.componentsSeparatedByString("c"_ns)), (Texts{"ab", "ab"}));
+    EXPECT_EQ(string.compare_options("ABCAB"_ns, NSCaseInsensitiveSearch), NSOrderedSame);
+    EXPECT_EQ(text(string.uppercaseString()), "ABCAB");
+}
+
+TEST_F(NSStringTest, DerivedClassIsAnArgumentThroughThePrimitives) {
+    EXPECT_EQ(text("x"_ns.stringByAppendingString(countedString(2, 2))), "xab");
+    EXPECT_EQ(text(NSMutableString::stringWithString(countedString(3, 3))), "abc");
+}
+
+// ---- NSMutableString
+// -----------------------------------------------------------------------------------------------
+
+TEST_F(NSMutableStringTest, ClassOperationsGiveMutableStrings) {
+    const NSMutableString string = NSMutableString::string();
+    EXPECT_TRUE(string.isKindOfClass("NSMutableString"_class));
+    string.appendString("a"_ns);
+    EXPECT_EQ(text(string), "a");
+}
+
+TEST_F(NSMutableStringTest, AppendsAndWidens) {
+    const NSMutableString string = NSMutableString::stringWithString("a"_ns);
+    string.appendString("b"_ns);
+    string.appendString(u"\u20ac"_ns);
+    string.appendString("c"_ns);
+    EXPECT_EQ(text(string), "ab\u20acc");
+}
+
+TEST_F(NSMutableStringTest, AppendsItself) {
+    const NSMutableString string = NSMutableString::stringWithString("ab"_ns);
+    for (int times = 0; times < 5; ++times) string.appendString(string);
+    EXPECT_EQ(string.length(), 64u);
+    EXPECT_TRUE(string.hasSuffix("abab"_ns));
+}
+
+TEST_F(NSMutableStringTest, AppendsManyPieces) {
+    const NSMutableString string = NSMutableString::string();
+    for (int index = 0; index < 1000; ++index) string.appendFormat("%d,"_ns, index);
+    EXPECT_EQ(string.length(), 3890u);
+    EXPECT_TRUE(string.hasSuffix("998,999,"_ns));
+}
+
+TEST_F(NSMutableStringTest, InsertsDeletesAndReplaces) {
+    const NSMutableString string = NSMutableString::stringWithString("abcd"_ns);
+    string.insertString_atIndex("X"_ns, 2);
+    EXPECT_EQ(text(string), "abXcd");
+    string.deleteCharactersInRange({0, 2});
+    EXPECT_EQ(text(string), "Xcd");
+    string.replaceCharactersInRange_withString({1, 1}, "long"_ns);
+    EXPECT_EQ(text(string), "Xlongd");
+    string.replaceCharactersInRange_withString({0, 5}, u"\u20ac"_ns);
+    EXPECT_EQ(text(string), "\u20acd");
+    string.setString("new"_ns);
+    EXPECT_EQ(text(string), "new");
+}
+
+TEST_F(NSMutableStringTest, EditsBeyondTheEndRaise) {
+    const NSMutableString string = NSMutableString::stringWithString("abc"_ns);
+    EXPECT_THROWS_NAMED(string.insertString_atIndex("x"_ns, 4), "NSRangeException");
+    EXPECT_THROWS_NAMED(string.deleteCharactersInRange({2, 2}), "NSRangeException");
+    EXPECT_THROWS_NAMED(string.replaceCharactersInRange_withString({4, 0}, "x"_ns), "NSRangeException");
+    EXPECT_EQ(text(string), "abc");
+}
+
+TEST_F(NSMutableStringTest, NilArgumentsRaise) {
+    const NSMutableString string = NSMutableString::string();
+    EXPECT_THROWS_NAMED(string.appendString(nil), "NSInvalidArgumentException");
+    EXPECT_THROWS_NAMED(string.setString(nil), "NSInvalidArgumentException");
+    EXPECT_THROWS_NAMED(string.insertString_atIndex(nil, 0), "NSInvalidArgumentException");
+}
+
+TEST_F(NSMutableStringTest, HashFollowsTheEdits) {
+    const NSMutableString string = NSMutableString::stringWithString("ab"_ns);
+    EXPECT_EQ(string.hash(), "ab"_ns.hash());
+    string.appendString("c"_ns);
+    EXPECT_EQ(string.hash(), "abc"_ns.hash());
+}
+
+TEST_F(NSMutableStringTest, CopyDoesNotFollowTheEdits) {
+    const NSMutableString string = NSMutableString::stringWithString("ab"_ns);
+    const Retained<NSString> copy = adopt<NSString>(string.copy());
+    string.appendString("c"_ns);
+    EXPECT_EQ(text(copy), "ab");
+    EXPECT_FALSE(copy.isKindOfClass("NSMutableString"_class));
+}
+
+TEST_F(NSMutableStringTest, Utf8StringDoesNotFollowTheEdits) {
+    const NSMutableString string = NSMutableString::stringWithString("ab"_ns);
+    const char* bytes = string.UTF8String();
+    string.setString("xyz"_ns);
+    EXPECT_STREQ(bytes, "ab");
+}
+
+} // namespace
+} // namespace tessarin::testing

@@ -1,0 +1,67 @@
+#include "PlatformTest.h"
+
+#include "TessarinFoundation/NSURL+TessarinExtensions.h"
+
+#include <filesystem>
+
+namespace tessarin::testing {
+namespace {
+
+class RelativeFileURLTest : public PlatformTest {
+protected:
+    static NSURL fileURL(std::string_view path) { return NSURL::fileURLWithPath(NSString(path)); }
+    static NSURL relative(std::string_view path, std::string_view base) {
+        return tessarin_fileURLRelativeToFileURL(fileURL(path), fileURL(base));
+    }
+    const NSURL webURL = NSURL::URLWithString("http://example.com/a/b"_ns);
+};
+
+TEST_F(RelativeFileURLTest, IsTheRelativePathTakenAgainstTheCurrentDirectory) {
+    const NSURL result = relative("/nowhere/x/Music/a.wav", "/nowhere/x");
+    EXPECT_TRUE(result.isFileURL());
+    EXPECT_EQ(text(result.path()), (std::filesystem::current_path() / "Music/a.wav").string());
+}
+
+TEST_F(RelativeFileURLTest, IsWhatThePlatformMakesOfTheRelativePath) {
+    EXPECT_EQ(text(relative("/nowhere/x/y", "/nowhere/a/b").absoluteString()),
+              text(fileURL("../../x/y").absoluteString()));
+    EXPECT_EQ(text(relative("/nowhere/A/x", "/nowhere/a/b").absoluteString()),
+              text(fileURL("../x").absoluteString()));
+    EXPECT_EQ(text(relative("/nowhere/a", "/nowhere/a/b").absoluteString()),
+              text(fileURL("../").absoluteString()));
+}
+
+TEST_F(RelativeFileURLTest, RelatesPathsAndNotTheirEscapes) {
+    const NSURL file = NSURL::URLWithString("file:///nowhere/a%20b/100%25/c"_ns);
+    const NSURL result = tessarin_fileURLRelativeToFileURL(file, fileURL("/nowhere/a b"));
+    EXPECT_EQ(text(result.path()), (std::filesystem::current_path() / "100%/c").string());
+}
+
+TEST_F(RelativeFileURLTest, NilWhenTheReceiverIsNoFileURL) {
+    EXPECT_FALSE(tessarin_fileURLRelativeToFileURL(webURL, fileURL("/a")));
+}
+
+TEST_F(RelativeFileURLTest, NilWhenTheBaseIsNoFileURL) {
+    EXPECT_FALSE(tessarin_fileURLRelativeToFileURL(fileURL("/a/b"), webURL));
+    EXPECT_FALSE(tessarin_fileURLRelativeToFileURL(webURL, webURL));
+}
+
+TEST_F(RelativeFileURLTest, NilForANilBaseOrReceiver) {
+    EXPECT_FALSE(tessarin_fileURLRelativeToFileURL(fileURL("/a/b"), nil));
+    EXPECT_FALSE(tessarin_fileURLRelativeToFileURL(nil, fileURL("/a")));
+    EXPECT_FALSE(tessarin_fileURLRelativeToFileURL(nil, nil));
+}
+
+TEST_F(RelativeFileURLTest, NilForTheSameLocation) { EXPECT_FALSE(relative("/nowhere/a", "/nowhere/a")); }
+
+TEST_F(RelativeFileURLTest, TheRangeExceptionPassesThrough) {
+    EXPECT_THROWS_NAMED(relative("/nowhere/A/b/c", "/nowhere/a/b"), "NSRangeException");
+}
+
+TEST_F(RelativeFileURLTest, IsAutoreleased) {
+    const NSURL file = fileURL("/nowhere/a/b"), base = fileURL("/nowhere");
+    EXPECT_EQ(ownedReferencesOfNew([&] { return tessarin_fileURLRelativeToFileURL(file, base); }), 0);
+}
+
+} // namespace
+} // namespace tessarin::testing

@@ -1,0 +1,9 @@
+#!/usr/bin/env bash
+# Fails when a C++ or Objective-C file is not formatted as .clang-format says.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+# Files not yet known to git are checked too, so that the answer is the same before and after a commit.
+git ls-files -z --cached --others --exclude-standard -- '*.h' '*.cpp' '*.mm' '*.m' ':!:*.generated.*' |
+    xargs -0 --no-run-if-empty clang-format --dry-run -Werror
+echo "Every file is formatted."
