@@ -1,9 +1,7 @@
 // Stream formats as arrays of nine numbers.
 #include "TessarinFoundation/TSSRAudio.h"
 
-#include "TessarinPlatform/NSMutableArray.h"
 #include "TessarinPlatform/NSNumber.h"
-#include "TessarinPlatform/Retained.h"
 
 using namespace tessarin;
 
@@ -17,13 +15,15 @@ UInt32 unsigned32At(NSArray array, NSUInteger index) {
 } // namespace
 
 NSArray TSSRArrayFromASBD(AudioStreamBasicDescription format) {
-    const Retained<NSMutableArray> numbers = adopt(NSMutableArray::alloc().initWithCapacity(9));
-    numbers.addObject(NSNumber::numberWithDouble(format.mSampleRate));
-    for (const UInt32 field :
-         {format.mFormatID, format.mFormatFlags, format.mBytesPerPacket, format.mFramesPerPacket,
-          format.mBytesPerFrame, format.mChannelsPerFrame, format.mBitsPerChannel, format.mReserved})
-        numbers.addObject(NSNumber::numberWithUnsignedLong(field));
-    return NSArray::arrayWithArray(numbers);
+    return NSArray::arrayOf(NSNumber::numberWithDouble(format.mSampleRate),
+                            NSNumber::numberWithUnsignedLong(format.mFormatID),
+                            NSNumber::numberWithUnsignedLong(format.mFormatFlags),
+                            NSNumber::numberWithUnsignedLong(format.mBytesPerPacket),
+                            NSNumber::numberWithUnsignedLong(format.mFramesPerPacket),
+                            NSNumber::numberWithUnsignedLong(format.mBytesPerFrame),
+                            NSNumber::numberWithUnsignedLong(format.mChannelsPerFrame),
+                            NSNumber::numberWithUnsignedLong(format.mBitsPerChannel),
+                            NSNumber::numberWithUnsignedLong(format.mReserved));
 }
 
 AudioStreamBasicDescription TSSRASBDFromArray(NSArray array) {

@@ -8,10 +8,10 @@ using namespace tessarin;
 int main() {
     const AutoreleasePool pool;
 
-    // A stream format as nine numbers, which any property list can hold, and back.
-    const AudioStreamBasicDescription format{44100, 0x6C70636D, 12, 4, 1, 4, 2, 16, 0}; // 'lpcm', 16-bit stereo
+    // A stream format (16-bit stereo in 'lpcm') as nine numbers, which any property list can hold, and back.
+    const AudioStreamBasicDescription format{44100, 0x6C70636D, 12, 4, 1, 4, 2, 16, 0};
     const NSArray numbers = TSSRArrayFromASBD(format);
-    std::cout << numbers.componentsJoinedByString(" "_ns) << '\n';          // 44100 1819304813 12 4 1 4 2 16 0
+    std::cout << numbers.componentsJoinedByString(" "_ns) << '\n';        // 44100 1819304813 12 4 1 4 2 16 0
     std::cout << TSSRASBDFromArray(numbers).mBitsPerChannel << " bits\n"; // 16 bits
 
     // An effect's identity as one line.
@@ -20,5 +20,6 @@ int main() {
     // Acme: aufx; dely; Acme
 
     // A path as seen from a folder.
-    std::cout << tessarin_pathRelativeToDirectory("/Users/x/Music/a.wav"_ns, "/Users/x"_ns) << '\n'; // Music/a.wav
+    const NSString path = tessarin_pathRelativeToDirectory("/Users/x/Music/a.wav"_ns, "/Users/x"_ns);
+    std::cout << path << '\n'; // Music/a.wav
 }

@@ -33,18 +33,29 @@ inline char32_t nextCharacter(const Unit* units, std::size_t length, std::size_t
 
 namespace detail {
 
-inline constexpr std::uint64_t highBits = 0x8080808080808080;
-
-// How many of the first bytes are ASCII, to the granularity of eight while eight are left.
-inline std::size_t asciiPrefix(const unsigned char* bytes, std::size_t length) {
+// How many of the first units are ASCII.
+template <class Unit>
+inline std::size_t asciiPrefix(const Unit* units, std::size_t length) {
+    constexpr std::size_t block = 8 / sizeof(Unit);
+    constexpr std::uint64_t others = sizeof(Unit) == 1 ? 0x8080808080808080 : 0xFF80FF80FF80FF80;
     std::size_t index = 0;
-    for (; index + 8 <= length; index += 8) {
-        std::uint64_t block;
-        std::memcpy(&block, bytes + index, 8);
-        if (block & highBits) break;
+    for (; index + block <= length; index += block) {
+        std::uint64_t several;
+        std::memcpy(&several, units + index, sizeof several);
+        if (several & others) break;
     }
-    while (index < length && bytes[index] < 0x80) ++index;
+    while (index < length && units[index] < 0x80) ++index;
     return index;
+}
+
+// Copies ASCII from units of one width to units of another.
+template <class From, class To>
+inline void copyAscii(const From* from, std::size_t count, To* to) {
+    if constexpr (sizeof(From) == sizeof(To)) {
+        if (count > 0) std::memcpy(to, from, count * sizeof(From));
+    } else {
+        for (std::size_t index = 0; index < count; ++index) to[index] = static_cast<To>(from[index]);
+    }
 }
 
 inline bool isContinuation(unsigned char byte) { return (byte & 0xC0) == 0x80; }
@@ -104,7 +115,7 @@ inline void decode(std::string_view text, Unit* units) {
     const auto* bytes = reinterpret_cast<const unsigned char*>(text.data());
     for (std::size_t index = 0; index < text.size();) {
         const std::size_t ascii = detail::asciiPrefix(bytes + index, text.size() - index);
-        for (std::size_t offset = 0; offset < ascii; ++offset) units[offset] = bytes[index + offset];
+        detail::copyAscii(bytes + index, ascii, units);
         units += ascii;
         index += ascii;
         if (index == text.size()) break;
@@ -123,10 +134,10 @@ inline void decode(std::string_view text, Unit* units) {
 template <class Unit>
 inline std::size_t encodedLength(const Unit* units, std::size_t length) {
     std::size_t bytes = length;
-    if constexpr (sizeof(Unit) == 1) {
-        for (std::size_t index = 0; index < length; ++index) bytes += units[index] >> 7;
-    } else {
-        for (std::size_t index = 0; index < length; ++index) {
+    for (std::size_t index = detail::asciiPrefix(units, length); index < length; ++index) {
+        if constexpr (sizeof(Unit) == 1) {
+            bytes += units[index] >> 7;
+        } else {
             const char16_t unit = units[index];
             bytes += std::size_t{unit >= 0x80} + std::size_t{unit >= 0x800};
             // A pair takes four bytes: three counted for its first unit, one for its second.
@@ -162,10 +173,11 @@ inline char* encodeCharacter(char32_t character, char* bytes) {
 template <class Unit>
 inline char* encode(const Unit* units, std::size_t length, char* bytes) {
     for (std::size_t index = 0; index < length;) {
-        if (units[index] < 0x80)
-            *bytes++ = static_cast<char>(units[index++]);
-        else
-            bytes = encodeCharacter(nextCharacter(units, length, index), bytes);
+        const std::size_t ascii = detail::asciiPrefix(units + index, length - index);
+        detail::copyAscii(units + index, ascii, bytes);
+        bytes += ascii;
+        index += ascii;
+        if (index < length) bytes = encodeCharacter(nextCharacter(units, length, index), bytes);
     }
     return bytes;
 }

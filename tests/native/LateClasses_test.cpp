@@ -3,6 +3,9 @@
 
 #include "platform/native/ObjectiveC.h"
 
+#include <deque>
+#include <thread>
+
 namespace tessarin::testing {
 namespace {
 
@@ -46,6 +49,27 @@ TEST_F(LateClassTest, ANameTakenMeanwhileKeepsItsClass) {
     define("LateClassAbsent");
     EXPECT_EQ("LateClassTaken"_class.object(), native::objectOf(taken));
     EXPECT_EQ("LateClassTaken"_class.superclass(), "NSObject"_class);
+}
+
+TEST_F(LateClassTest, GroupsAreAttachedWhileThreadsLookUpConcurrently) {
+    constexpr int count = 50;
+    const auto nameOf = [](int number) { return "LateClassNumber" + std::to_string(number); };
+    std::deque<ExtensionGroup> groups;
+    for (int number = 0; number < count; ++number)
+        groups.emplace_back(nameOf(number).c_str(), "LateClassTest",
+                            std::initializer_list<MethodRow>{instanceMethod("lateClassTest_answer", answer)});
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < 4; ++thread) {
+        threads.emplace_back([&] {
+            for (int number = 0; number < count; ++number)
+                while (!runtime::lookUpClass(nameOf(number).c_str())) std::this_thread::yield();
+        });
+    }
+    for (int number = 0; number < count; ++number) define(nameOf(number).c_str());
+    for (std::thread& thread : threads) thread.join();
+    for (const ExtensionGroup& group : groups) EXPECT_TRUE(group.isAttached());
+    for (int number = 0; number < count; ++number)
+        EXPECT_EQ(answerOfInstance(native::loadedClass(nameOf(number).c_str())), 42u) << number;
 }
 
 #if !defined(__APPLE__)

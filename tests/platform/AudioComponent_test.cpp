@@ -21,11 +21,12 @@ constexpr OSType code(const char (&characters)[5]) {
     return result;
 }
 
-// The registry keeps what is registered, so every test registers under a manufacturer of its own. The codes from here
-// on need no escapes in XML.
+// The registry keeps what is registered, so every test registers under a manufacturer of its own. The codes
+// from here on need no escapes in XML.
 OSType newManufacturer() {
-    static OSType next = code("TAAA");
-    return next++;
+    static OSType number = 0;
+    ++number;
+    return code("T000") + (number / 100 << 16) + (number / 10 % 10 << 8) + number % 10;
 }
 
 class AudioComponentTest : public PlatformTest {

@@ -79,8 +79,14 @@ TEST_F(NSMutableArrayTest, TakesTheObjectsOfAnotherArray) {
     const NSMutableArray array = arrayOf({"a"});
     array.setArray(arrayOf({"b", "c"}));
     EXPECT_EQ(texts(array), (Texts{"b", "c"}));
+    array.setArray(nil);
+    EXPECT_EQ(array.count(), 0u);
+}
+
+TEST_F(NSMutableArrayTest, TakesItsOwnObjects) {
+    const NSMutableArray array = arrayOf({"a", "b"});
     array.setArray(array);
-    EXPECT_EQ(texts(array), (Texts{"b", "c"}));
+    EXPECT_EQ(texts(array), (Texts{"a", "b"}));
 }
 
 TEST_F(NSMutableArrayTest, RemovesByIndex) {

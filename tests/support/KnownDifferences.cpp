@@ -54,8 +54,10 @@ Judgement judge(const std::map<std::string, Outcome>& outcomes, const std::vecto
         else if (found->second == Outcome::failed)
             judgement.lines.push_back("known difference: " + row.test + ": " + row.reason);
     }
-    for (const auto& [test, outcome] : outcomes)
+    for (const auto& [test, outcome] : outcomes) {
         if (outcome == Outcome::failed && !listed.contains(test)) reject("failed: " + test);
+        if (outcome == Outcome::skipped) judgement.lines.push_back("skipped: " + test);
+    }
     return judgement;
 }
 

@@ -31,11 +31,11 @@ KnownDifferenceTable readKnownDifferences(std::istream& input);
 std::vector<KnownDifference> rowsOf(const KnownDifferenceTable& table, const std::string& platform,
                                     const std::string& executable);
 
-enum class Outcome { passed, failed, notRun };
+enum class Outcome { passed, failed, skipped, notRun };
 
 struct Judgement {
     std::vector<std::string>
-        lines; // what is to be said: one line per listed test that was run, and per mistake
+        lines; // what is to be said: one line per listed test that was run, skipped test, and mistake
     bool isAcceptable = true;
 };
 

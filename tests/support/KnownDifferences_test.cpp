@@ -83,6 +83,12 @@ TEST(KnownDifferencesTest, SaysNothingOfAListedTestThatWasNotRun) {
     EXPECT_TRUE(judgement.lines.empty());
 }
 
+TEST(KnownDifferencesTest, AcceptsAndNamesASkippedTest) {
+    const Judgement judgement = judge({{"A.B", Outcome::skipped}}, {});
+    EXPECT_TRUE(judgement.isAcceptable);
+    EXPECT_EQ(judgement.lines, std::vector<std::string>{"skipped: A.B"});
+}
+
 TEST(KnownDifferencesTest, RejectsATestListedTwice) {
     const Judgement judgement = judge({{"Strings.Folds", Outcome::failed}}, {oneRow[0], oneRow[0]});
     EXPECT_FALSE(judgement.isAcceptable);

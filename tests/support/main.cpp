@@ -13,7 +13,8 @@ namespace {
 using namespace tessarin::testing;
 
 Outcome outcomeOf(const ::testing::TestInfo& test) {
-    if (!test.should_run() || test.result()->Skipped()) return Outcome::notRun;
+    if (!test.should_run()) return Outcome::notRun;
+    if (test.result()->Skipped()) return Outcome::skipped;
     return test.result()->Passed() ? Outcome::passed : Outcome::failed;
 }
 

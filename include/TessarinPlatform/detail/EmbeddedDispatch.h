@@ -1,5 +1,5 @@
 // The embedded platform's objects as a message send sees them: a class pointer, and in the class a method
-// cache.
+// cache; and as an owner sees them, who counts references.
 #pragma once
 
 #include "TessarinPlatform/Runtime.h"
@@ -16,10 +16,14 @@ struct MethodCacheEntry {
     std::atomic<Implementation> implementation;
 };
 
-// An open-addressed table with room to spare. A full one is replaced, never changed in size.
-struct MethodCache {
+// An open-addressed table with room to spare. A full one is replaced, never changed in size. The entries
+// follow it in memory.
+struct alignas(MethodCacheEntry) MethodCache {
     std::uintptr_t mask; // number of entries - 1
-    MethodCacheEntry* entries;
+
+    MethodCacheEntry& entryAt(std::uintptr_t position) {
+        return reinterpret_cast<MethodCacheEntry*>(this + 1)[position & mask];
+    }
 };
 
 struct ClassRecord;
@@ -31,7 +35,7 @@ struct Object {
 };
 
 struct ClassRecord : Object {
-    std::atomic<const MethodCache*> cache;
+    std::atomic<MethodCache*> cache;
     // Whether retain, release or autorelease is overridden, so that the message must be sent.
     std::atomic<bool> countsReferencesItself;
 };
@@ -47,11 +51,34 @@ inline std::uintptr_t selectorHash(SEL selector) {
 TESSARIN_EXPORT Implementation lookUpBeyondFirstEntry(Object* receiver, SEL selector);
 
 inline Implementation lookUp(Object* receiver, SEL selector) {
-    const MethodCache* cache = receiver->isa->cache.load(std::memory_order_acquire);
-    const MethodCacheEntry& entry = cache->entries[selectorHash(selector) & cache->mask];
+    MethodCache* cache = receiver->isa->cache.load(std::memory_order_acquire);
+    const MethodCacheEntry& entry = cache->entryAt(selectorHash(selector));
     if (entry.selector.load(std::memory_order_acquire) == selector) [[likely]]
         return entry.implementation.load(std::memory_order_relaxed);
     return lookUpBeyondFirstEntry(receiver, selector);
+}
+
+TESSARIN_EXPORT Object* retainByMessage(Object* object);
+TESSARIN_EXPORT void releaseByMessage(Object* object);
+TESSARIN_EXPORT void deallocate(Object* object);
+
+inline Object* retain(Object* object) {
+    if (!object || object->references.load(std::memory_order_relaxed) < 0) return object;
+    if (object->isa->countsReferencesItself.load(std::memory_order_relaxed)) [[unlikely]]
+        return retainByMessage(object);
+    object->references.fetch_add(1, std::memory_order_relaxed);
+    return object;
+}
+
+inline void release(Object* object) {
+    if (!object) return;
+    const std::intptr_t references = object->references.load(std::memory_order_acquire);
+    if (references < 0) return;
+    if (object->isa->countsReferencesItself.load(std::memory_order_relaxed)) [[unlikely]]
+        return releaseByMessage(object);
+    // Whoever holds the only reference needs to agree with no other thread.
+    if (references == 1 || object->references.fetch_sub(1, std::memory_order_acq_rel) == 1)
+        deallocate(object);
 }
 
 } // namespace runtime

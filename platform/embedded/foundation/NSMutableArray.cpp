@@ -1,5 +1,6 @@
 #include "platform/embedded/foundation/ArrayStorage.h"
 #include "platform/embedded/foundation/StableSort.h"
+#include "platform/embedded/foundation/ValueSet.h"
 
 #include "TessarinPlatform/NSException.h"
 
@@ -223,10 +224,26 @@ void removeObjectIdenticalTo(NSMutableArray self, SEL, NSObject object) {
     removeItems(self, [&](NSObject item) { return item == object; });
 }
 
+// Above this number of comparisons it pays to look at all objects first.
+constexpr NSUInteger fewComparisons = 64;
+
+bool areFew(const ArrayItems& items, const ArrayItems& others) {
+    return others.size() == 0 || items.size() <= fewComparisons / others.size();
+}
+
 void removeObjectsInArray(NSMutableArray self, SEL, NSArray other) {
     if (!other) return;
-    const Retained<NSArray> items = adopt(other.copy());
-    for (const NSObject item : ArrayItems(items)) self.removeObject(item);
+    const Retained<NSArray> removed = adopt(other.copy());
+    const ArrayItems removedItems(removed);
+    const ArrayItems items(self);
+    // Values are found by their hashes, with the same outcome as by comparing each with each.
+    if (!areFew(items, removedItems) && std::all_of(removedItems.begin(), removedItems.end(), comparesAsValue)
+        && std::all_of(items.begin(), items.end(), comparesAsValue)) {
+        ValueSet values;
+        for (const NSObject value : removedItems) values.insert(value);
+        return removeItems(self, [&](NSObject item) { return values.contains(item); });
+    }
+    for (const NSObject object : removedItems) self.removeObject(object);
 }
 
 // ---- Sorting

@@ -8,6 +8,9 @@
 namespace tessarin::embedded {
 namespace {
 
+// Whether an object is of exactly this class, so that no operation is overridden.
+bool isPlain(NSObject object) { return object.object()->isa == NSNumber::classObject().object(); }
+
 // ---- Making
 
 Object* makeNumber(const NumberValue& value) {
@@ -75,7 +78,7 @@ private:
 
 // Gives a new number its value. Where that may be any number at all, a common one takes its place.
 NSNumber initialize(NSNumber self, const NumberValue& value) {
-    if (runtime::classOf(self.object()) == NSNumber::classObject().object()) {
+    if (isPlain(self)) {
         if (const NSNumber common = CommonNumbers::shared().find(value)) {
             runtime::release(self.object());
             return common;
@@ -144,7 +147,8 @@ BOOL isEqualToNumber(NSNumber self, SEL, NSNumber other) {
 }
 
 BOOL isEqual(NSNumber self, SEL selector, NSObject other) {
-    return isEqualToNumber(self, selector, kindOf<NSNumber>(other));
+    const bool isNumber = other && (isPlain(other) || other.isKindOfClass(NSNumber::classObject()));
+    return isNumber ? isEqualToNumber(self, selector, as<NSNumber>(other)) : NO;
 }
 
 NSComparisonResult compare(NSNumber self, SEL selector, NSNumber other) {
@@ -157,7 +161,8 @@ NSNumber copyWithZone(NSNumber self, SEL, void*) { return retain(self).leak(); }
 } // namespace
 
 NumberValue valueOf(NSNumber number) {
-    if (answersWith(number, "objCType"_sel, objCType)) return storageOf<NumberValue>(number);
+    if (isPlain(number) || answersWith(number, "objCType"_sel, objCType))
+        return storageOf<NumberValue>(number);
     switch (number.objCType()[0]) {
     case 'f':
         return NumberValue::ofFloat(number.floatValue());

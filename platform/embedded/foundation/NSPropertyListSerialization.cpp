@@ -1,6 +1,8 @@
 // NSPropertyListSerialization. Each format has a reader and a writer of its own.
 #include "TessarinPlatform/NSPropertyListSerialization.h"
 
+#include "platform/embedded/foundation/BinaryPropertyListReader.h"
+#include "platform/embedded/foundation/BinaryPropertyListWriter.h"
 #include "platform/embedded/foundation/PropertyListError.h"
 #include "platform/embedded/foundation/XMLPropertyListReader.h"
 #include "platform/embedded/foundation/XMLPropertyListWriter.h"
@@ -21,7 +23,7 @@ std::string write(NSObject propertyList, NSPropertyListFormat format) {
     case NSPropertyListXMLFormat_v1_0:
         return writeXMLPropertyList(propertyList);
     case NSPropertyListBinaryFormat_v1_0:
-        throw PropertyListProblem("binary property lists cannot be written by this version");
+        return writeBinaryPropertyList(propertyList);
     case NSPropertyListOpenStepFormat:
         break;
     }
@@ -30,8 +32,7 @@ std::string write(NSObject propertyList, NSPropertyListFormat format) {
 
 Retained<NSObject> read(std::string_view bytes, NSPropertyListFormat format,
                         NSPropertyListMutabilityOptions mutability) {
-    if (format == NSPropertyListBinaryFormat_v1_0)
-        throw PropertyListProblem("Binary property lists cannot be read by this version");
+    if (format == NSPropertyListBinaryFormat_v1_0) return readBinaryPropertyList(bytes, mutability);
     return readXMLPropertyList(bytes, mutability);
 }
 

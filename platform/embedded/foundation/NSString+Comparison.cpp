@@ -4,6 +4,7 @@
 #include "platform/services/Utf8.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace tessarin::embedded {
 namespace {
@@ -94,7 +95,8 @@ private:
     std::size_t place_ = 0; // in segment_
 };
 
-NSComparisonResult order(char32_t left, char32_t right) {
+template <class Value>
+NSComparisonResult order(Value left, Value right) {
     return left < right ? NSOrderedAscending : left > right ? NSOrderedDescending : NSOrderedSame;
 }
 
@@ -111,21 +113,33 @@ NSComparisonResult compareFrom(Units<Left> left, Units<Right> right, std::size_t
     }
 }
 
+// The first index at or after another where two texts differ in their units, or where the shorter one ends.
+template <class Left, class Right>
+std::size_t differenceFrom(Units<Left> left, Units<Right> right, std::size_t index) {
+    const std::size_t common = std::min(left.size(), right.size());
+    if constexpr (sizeof(Left) == sizeof(Right)) {
+        constexpr std::size_t block = sizeof(std::uint64_t) / sizeof(Left);
+        for (; index + block <= common; index += block)
+            if (std::memcmp(left.data() + index, right.data() + index, sizeof(std::uint64_t)) != 0) break;
+    }
+    while (index < common && left[index] == right[index]) ++index;
+    return index;
+}
+
 template <class Left, class Right>
 NSComparisonResult compareUnitsCanonically(Units<Left> left, Units<Right> right, bool foldsCase) {
-    const std::size_t common = std::min(left.size(), right.size());
-    std::size_t index = 0;
     // What is equal as it stands, or but for the case of ASCII letters, is the same.
-    for (; index < common; ++index) {
-        const char32_t leftUnit = left[index], rightUnit = right[index];
-        if (leftUnit == rightUnit) continue;
-        if (!foldsCase || (leftUnit | rightUnit) >= 0x80 || lowerAscii(leftUnit) != lowerAscii(rightUnit))
-            break;
+    const std::size_t common = std::min(left.size(), right.size());
+    std::size_t index = differenceFrom(left, right, 0);
+    if (foldsCase) {
+        while (index < common && (char32_t{left[index]} | char32_t{right[index]}) < 0x80
+               && lowerAscii(left[index]) == lowerAscii(right[index]))
+            index = differenceFrom(left, right, index + 1);
     }
     if (index == left.size() && index == right.size()) return NSOrderedSame;
     if (index < common && (char32_t{left[index]} | char32_t{right[index]}) < 0x80) {
         return foldsCase ? order(lowerAscii(left[index]), lowerAscii(right[index]))
-                         : order(left[index], right[index]);
+                         : order(char32_t{left[index]}, char32_t{right[index]});
     }
     // Otherwise the difference may lie in a mark whose base is equal, and whose order depends on its
     // neighbours.
@@ -133,6 +147,7 @@ NSComparisonResult compareUnitsCanonically(Units<Left> left, Units<Right> right,
         return (place == left.size() || beginsSegment(left[place]))
                && (place == right.size() || beginsSegment(right[place]));
     };
+    if (index == common && bothBegin(index)) return order(left.size(), right.size());
     while (index > 0 && !bothBegin(index)) --index;
     return compareFrom(left, right, index, foldsCase);
 }
@@ -153,12 +168,10 @@ NSComparisonResult compareWithOptions(NSString self, SEL selector, NSString othe
                                       : NSOrderedSame;
 }
 NSComparisonResult compare(NSString self, SEL selector, NSString other) {
-    rejectNil(other, self, selector);
-    return self.compare_options(other, 0);
+    return compareWithOptions(self, selector, other, 0);
 }
 NSComparisonResult caseInsensitiveCompare(NSString self, SEL selector, NSString other) {
-    rejectNil(other, self, selector);
-    return self.compare_options(other, NSCaseInsensitiveSearch);
+    return compareWithOptions(self, selector, other, NSCaseInsensitiveSearch);
 }
 
 } // namespace

@@ -62,7 +62,7 @@ void appendCollapsed(StringStorage& path, StringView added) {
         std::size_t end = findUnit(added, '/', start);
         end = end == notFound ? added.length() : end + 1;
         const bool isAnotherSlash = end - start == 1 && isSlash(added[start]) && path.length() > 0
-                                    && isSlash(path[path.length() - 1]);
+                                    && isSlash(path.view()[path.length() - 1]);
         if (!isAnotherSlash) path.append(added.sub(start, end - start));
         start = end;
     }
@@ -70,7 +70,7 @@ void appendCollapsed(StringStorage& path, StringView added) {
 // The path with its runs of slashes collapsed and none at its end, the root apart.
 NSString standardized(StringStorage& path) {
     const std::size_t length = path.length();
-    const bool endsInSlash = length > 1 && isSlash(path[length - 1]);
+    const bool endsInSlash = length > 1 && isSlash(path.view()[length - 1]);
     return makeString(path.view().sub(0, endsInSlash ? length - 1 : length));
 }
 NSString standardized(StringView path) {
@@ -178,7 +178,7 @@ NSString stringByExpandingTildeInPath(NSString self, SEL) {
     StringStorage expanded;
     expanded.append(contentsOf(home));
     const std::size_t length = expanded.length();
-    if (!rest.isEmpty() && length > 0 && isSlash(expanded[length - 1]))
+    if (!rest.isEmpty() && length > 0 && isSlash(expanded.view()[length - 1]))
         expanded.replace({length - 1, 1}, StringView());
     expanded.append(rest);
     return makeString(expanded.view());

@@ -186,8 +186,8 @@ NSRange rangeOfStringWithOptions(NSString self, SEL selector, NSString searched,
     }
     return place == notFound ? noRange : NSRange{place, wanted.length()};
 }
-NSRange rangeOfString(NSString self, SEL, NSString searched) {
-    return self.rangeOfString_options(searched, 0);
+NSRange rangeOfString(NSString self, SEL selector, NSString searched) {
+    return rangeOfStringWithOptions(self, selector, searched, 0);
 }
 
 // Unlike trimming it takes a surrogate pair for one character.

@@ -61,9 +61,9 @@ NSString initWithCharacters(NSString self, SEL selector, const unichar* characte
     return initialise(self, std::span<const char16_t>(characters, length));
 }
 NSString initWithText(NSString self, std::string_view utf8) {
-    const Retained<NSString> decoded = newStringFromUtf8(utf8);
+    Retained<NSString> decoded = newStringFromUtf8(utf8);
     if (!decoded) return fail(self);
-    return self == placeholder() ? retain<NSString>(decoded).leak() : initialise(self, contentsOf(decoded));
+    return self == placeholder() ? decoded.leak() : initialise(self, contentsOf(decoded));
 }
 NSString initWithUTF8String(NSString self, SEL selector, const char* text) {
     if (!text) raiseFrom(NSInvalidArgumentException(), self, selector, "NULL cString");
@@ -253,6 +253,13 @@ NSString stringByAppendingString(NSString self, SEL selector, NSString other) {
     rejectNil(other, self, selector);
     const Contents first = contentsOf(self);
     const Contents second = contentsOf(other);
+    if (!first.isWide() && !second.isWide() && !second.isEmpty()) {
+        const auto write = [&](std::uint8_t* units) {
+            units = std::copy_n(first.narrow(), first.length(), units);
+            std::copy_n(second.narrow(), second.length(), units);
+        };
+        return newString<std::uint8_t>(first.length() + second.length(), write).autorelease();
+    }
     StringStorage joined;
     joined.reserve(first.length() + second.length());
     joined.append(first);
@@ -308,7 +315,7 @@ unichar characterOfStringAtIndex(NSString self, SEL selector, NSUInteger index) 
     const StringStorage& storage = storageOf<StringStorage>(self);
     if (index >= storage.length()) [[unlikely]]
         raiseFrom(NSRangeException(), self, selector, "Range or index out of bounds");
-    return storage[index];
+    return storage.view()[index];
 }
 
 ClassDescription describeNSString() {

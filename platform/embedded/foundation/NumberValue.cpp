@@ -3,7 +3,8 @@
 #include <bit>
 #include <charconv>
 #include <cmath>
-#include <compare>
+#include <iterator>
+#include <limits>
 
 namespace tessarin::embedded {
 namespace {
@@ -28,11 +29,9 @@ NSComparisonResult compareIntegers(const NumberValue& left, const NumberValue& r
 }
 
 NSComparisonResult compareReals(double left, double right) {
-    if (std::isnan(left))
-        return std::isnan(right)                             ? NSOrderedSame
-               : ordering(0.0, right) == NSOrderedDescending ? NSOrderedDescending
-                                                             : NSOrderedAscending;
-    if (std::isnan(right)) return reversed(compareReals(right, left));
+    if (std::isnan(left) && std::isnan(right)) return NSOrderedSame;
+    if (std::isnan(left)) return right < 0 ? NSOrderedDescending : NSOrderedAscending;
+    if (std::isnan(right)) return left < 0 ? NSOrderedAscending : NSOrderedDescending;
     return ordering(left, right);
 }
 

@@ -122,20 +122,21 @@ std::size_t StringStorage::hash() const {
 }
 
 void StringStorage::append(StringView contents) {
-    if (contents.isWide() == isWide_ && length_ + contents.length() <= capacity_) [[likely]] {
-        if (contents.isEmpty()) return;
-        const int shift = isWide_ ? 1 : 0;
-        std::memcpy(static_cast<std::byte*>(units_) + (length_ << shift), contents.narrow(),
-                    contents.length() << shift);
-        length_ += contents.length();
+    const std::size_t length = contents_.length();
+    const bool isWide = contents_.isWide();
+    if (contents.isWide() == isWide && length + contents.length() <= capacity_) [[likely]] {
+        const int shift = isWide ? 1 : 0;
+        if (!contents.isEmpty())
+            std::memcpy(buffer_.get() + (length << shift), contents.narrow(), contents.length() << shift);
+        contents_ = {buffer_.get(), length + contents.length(), isWide};
         hash_.store(0, std::memory_order_relaxed);
         return;
     }
-    replace({length_, 0}, contents);
+    replace({length, 0}, contents);
 }
 
 void StringStorage::append(char16_t unit) {
-    if (unit <= 0xFF && !isWide_) {
+    if (unit <= 0xFF && !contents_.isWide()) {
         const auto narrow = static_cast<std::uint8_t>(unit);
         append(StringView(std::span(&narrow, 1)));
     } else {
@@ -171,41 +172,40 @@ void StringStorage::replace(NSRange range, StringView contents) {
         copied.append(contents);
         return replace(range, copied.view());
     }
-    const std::size_t kept = length_ - range.length;
-    const std::size_t tail = kept - range.location;
+    StringView old = contents_;
+    const std::size_t kept = old.length() - range.length;
     const std::size_t length = kept + contents.length();
-    const bool isWide = (isWide_ && kept > 0) || needsWide(contents);
-    if (kept == 0 && isWide != isWide_ && capacity_ > 0) {
+    const bool isWide = (old.isWide() && kept > 0) || needsWide(contents);
+    if (kept == 0 && isWide != old.isWide()) {
         // Nothing remains, so the buffer can change its width where it stands.
         capacity_ = isWide ? capacity_ / 2 : capacity_ * 2;
-        isWide_ = isWide;
-        length_ = 0;
+        old = {buffer_.get(), 0, isWide};
         range = {0, 0};
     }
-    if (isWide != isWide_ || length > capacity_) {
-        const StringView old = view();
+    const std::size_t oldEnd = range.location + range.length;
+    const std::size_t newEnd = range.location + contents.length();
+    if (isWide != old.isWide() || length > capacity_) {
         const auto oldBuffer =
             reallocate(std::max(length, length > old.length() ? old.length() * 2 : 0), isWide);
-        copyUnits(old.sub(0, range.location), units_, isWide, 0);
-        copyUnits(old.from(range.location + range.length), units_, isWide,
-                  range.location + contents.length());
-    } else if (tail > 0) {
+        copyUnits(old.sub(0, range.location), buffer_.get(), isWide, 0);
+        copyUnits(old.from(oldEnd), buffer_.get(), isWide, newEnd);
+    } else if (oldEnd < old.length()) {
         const int shift = isWide ? 1 : 0;
-        auto* bytes = static_cast<std::byte*>(units_);
-        std::memmove(bytes + ((range.location + contents.length()) << shift),
-                     bytes + ((range.location + range.length) << shift), tail << shift);
+        std::memmove(buffer_.get() + (newEnd << shift), buffer_.get() + (oldEnd << shift),
+                     (old.length() - oldEnd) << shift);
     }
-    copyUnits(contents, units_, isWide, range.location);
-    length_ = length;
+    copyUnits(contents, buffer_.get(), isWide, range.location);
+    contents_ = {buffer_.get(), length, isWide};
     hash_.store(0, std::memory_order_relaxed);
 }
 
 void StringStorage::reserve(std::size_t units) {
     units = std::min(units, largestReservation);
     if (units <= capacity_) return;
-    const StringView old = view();
-    const auto oldBuffer = reallocate(units, isWide_);
-    copyUnits(old, units_, isWide_, 0);
+    const StringView old = contents_;
+    const auto oldBuffer = reallocate(units, old.isWide());
+    copyUnits(old, buffer_.get(), old.isWide(), 0);
+    contents_ = {buffer_.get(), old.length(), old.isWide()};
 }
 
 void* StringStorage::placeInline(void* space, std::size_t length, bool isWide) {
@@ -213,9 +213,7 @@ void* StringStorage::placeInline(void* space, std::size_t length, bool isWide) {
         static_cast<char16_t*>(space)[length] = 0;
     else
         static_cast<std::uint8_t*>(space)[length] = 0;
-    units_ = space;
-    length_ = length;
-    isWide_ = isWide;
+    contents_ = {space, length, isWide};
     return space;
 }
 
@@ -224,9 +222,7 @@ std::unique_ptr<std::byte[]> StringStorage::reallocate(std::size_t capacity, boo
     capacity = std::max(capacity, smallest);
     if (isWide && capacity > SIZE_MAX / 2) throw std::bad_alloc();
     std::unique_ptr<std::byte[]> buffer(new std::byte[capacity << (isWide ? 1 : 0)]);
-    units_ = buffer.get();
     capacity_ = capacity;
-    isWide_ = isWide;
     buffer.swap(buffer_);
     return buffer;
 }
@@ -236,21 +232,10 @@ bool StringStorage::contains(StringView contents) const {
     if (contents.isEmpty() || !buffer_) return false;
     const auto begin = reinterpret_cast<std::uintptr_t>(buffer_.get());
     const auto place = reinterpret_cast<std::uintptr_t>(contents.narrow());
-    return place >= begin && place < begin + (capacity_ << (isWide_ ? 1 : 0));
+    return place >= begin && place < begin + (capacity_ << (contents_.isWide() ? 1 : 0));
 }
 
-StringStorage* directStorage(NSString string) {
-    const Object* isa = string.object()->isa;
-    if (isa == "NSString"_class.object() || isa == "NSMutableString"_class.object()
-        || (answersWith(string, "length"_sel, lengthOfString)
-            && answersWith(string, "characterAtIndex:"_sel, characterOfStringAtIndex)))
-        return &storageOf<StringStorage>(string);
-    return nullptr;
-}
-
-Contents contentsOf(NSString string) {
-    if (!string) return Contents(StringView());
-    if (const StringStorage* storage = directStorage(string)) return Contents(storage->view());
+Contents gatheredContents(NSString string) {
     const NSUInteger length = string.length();
     // Not make_unique: the units need no zeros first.
     std::unique_ptr<char16_t[]> units(new char16_t[length]);

@@ -28,36 +28,38 @@
 
 namespace tessarin::embedded {
 
-// Units that belong to someone else.
+// Units that belong to someone else. Two words, so that it travels in registers.
 class StringView {
 public:
     constexpr StringView() = default;
-    constexpr StringView(std::span<const std::uint8_t> units) : units_(units.data()), length_(units.size()) {}
-    constexpr StringView(std::span<const char16_t> units)
-        : units_(units.data()), length_(units.size()), isWide_(true) {}
-    StringView(std::u16string_view units) : StringView(std::span(units.data(), units.size())) {}
-    explicit StringView(std::string_view latin1) : units_(latin1.data()), length_(latin1.size()) {}
+    constexpr StringView(const void* units, std::size_t length, bool isWide)
+        : units_(units), lengthAndWidth_(length << 1 | std::size_t{isWide}) {}
+    constexpr StringView(std::span<const std::uint8_t> units)
+        : StringView(units.data(), units.size(), false) {}
+    constexpr StringView(std::span<const char16_t> units) : StringView(units.data(), units.size(), true) {}
+    constexpr StringView(std::u16string_view units) : StringView(units.data(), units.size(), true) {}
+    constexpr explicit StringView(std::string_view latin1)
+        : StringView(latin1.data(), latin1.size(), false) {}
 
-    std::size_t length() const { return length_; }
-    bool isEmpty() const { return length_ == 0; }
-    bool isWide() const { return isWide_; }
+    constexpr std::size_t length() const { return lengthAndWidth_ >> 1; }
+    constexpr bool isEmpty() const { return length() == 0; }
+    constexpr bool isWide() const { return (lengthAndWidth_ & 1) != 0; }
     // Only one of them is valid, as isWide says.
     const std::uint8_t* narrow() const { return static_cast<const std::uint8_t*>(units_); }
     const char16_t* wide() const { return static_cast<const char16_t*>(units_); }
 
-    char16_t operator[](std::size_t index) const { return isWide_ ? wide()[index] : narrow()[index]; }
+    char16_t operator[](std::size_t index) const { return isWide() ? wide()[index] : narrow()[index]; }
 
     // Within bounds.
     StringView sub(std::size_t location, std::size_t length) const {
-        return isWide_ ? StringView(std::span(wide() + location, length))
-                       : StringView(std::span(narrow() + location, length));
+        return {narrow() + (location << (isWide() ? 1 : 0)), length, isWide()};
     }
-    StringView from(std::size_t location) const { return sub(location, length_ - location); }
+    StringView from(std::size_t location) const { return sub(location, length() - location); }
 
     // Calls a generic function with the units as a span of their own width.
     template <class Function>
     decltype(auto) visit(Function&& function) const {
-        return isWide_ ? function(std::span(wide(), length_)) : function(std::span(narrow(), length_));
+        return isWide() ? function(std::span(wide(), length())) : function(std::span(narrow(), length()));
     }
 
     // Copies the units to 16-bit ones.
@@ -65,8 +67,7 @@ public:
 
 private:
     const void* units_ = nullptr;
-    std::size_t length_ = 0;
-    bool isWide_ = false;
+    std::size_t lengthAndWidth_ = 0;
 };
 
 bool equalUnits(StringView left, StringView right);
@@ -96,18 +97,11 @@ public:
     StringStorage& operator=(const StringStorage&) = delete;
     ~StringStorage() = default;
 
-    std::size_t length() const { return length_; }
-    StringView view() const {
-        return isWide_ ? StringView(std::span(static_cast<const char16_t*>(units_), length_))
-                       : StringView(std::span(static_cast<const std::uint8_t*>(units_), length_));
-    }
-    char16_t operator[](std::size_t index) const {
-        return isWide_ ? static_cast<const char16_t*>(units_)[index]
-                       : static_cast<const std::uint8_t*>(units_)[index];
-    }
+    std::size_t length() const { return contents_.length(); }
+    StringView view() const { return contents_; }
     std::size_t hash() const;
 
-    void assign(StringView contents) { replace({0, length_}, contents); }
+    void assign(StringView contents) { replace({0, length()}, contents); }
     void append(StringView contents);
     void append(char16_t unit);
     void appendCharacter(char32_t character);
@@ -132,15 +126,24 @@ private:
     bool contains(StringView contents) const;
 
     std::unique_ptr<std::byte[]> buffer_; // none while the units stand behind the object
-    void* units_ = nullptr;
-    std::size_t length_ = 0;
+    StringView contents_;
     std::size_t capacity_ = 0;                 // of the buffer, in units
     mutable std::atomic<std::size_t> hash_{0}; // 0 when it is not known
-    bool isWide_ = false;
 };
 
+// NSString's own primitive operations.
+NSUInteger lengthOfString(NSString self, SEL);
+unichar characterOfStringAtIndex(NSString self, SEL selector, NSUInteger index);
+
 // The storage of a string that no subclass has taken the primitive operations from; null for any other.
-StringStorage* directStorage(NSString string);
+inline StringStorage* directStorage(NSString string) {
+    const Object* isa = string.object()->isa;
+    if (isa == "NSString"_class.object() || isa == "NSMutableString"_class.object()
+        || (answersWith(string, "length"_sel, lengthOfString)
+            && answersWith(string, "characterAtIndex:"_sel, characterOfStringAtIndex)))
+        return &storageOf<StringStorage>(string);
+    return nullptr;
+}
 
 // The units of any string. Those of a string with storage of its own are looked at where they are, valid
 // until it is changed or goes; others are gathered through the string's primitive operations.
@@ -153,7 +156,12 @@ public:
 private:
     std::unique_ptr<char16_t[]> gathered_;
 };
-Contents contentsOf(NSString string);
+Contents gatheredContents(NSString string);
+inline Contents contentsOf(NSString string) {
+    if (!string) return Contents(StringView());
+    if (const StringStorage* storage = directStorage(string)) return Contents(storage->view());
+    return gatheredContents(string);
+}
 
 // A new immutable string that the caller owns. Wide units that all fit are kept narrow.
 Retained<NSString> newString(StringView contents);
@@ -186,10 +194,6 @@ std::vector<MethodRow> stringComparisonMethods();
 std::vector<MethodRow> stringSearchingMethods();
 std::vector<MethodRow> stringNumberMethods();
 std::vector<MethodRow> stringPathMethods();
-
-// NSString's own primitive operations.
-NSUInteger lengthOfString(NSString self, SEL);
-unichar characterOfStringAtIndex(NSString self, SEL selector, NSUInteger index);
 
 template <class Unit, class Fill>
 Retained<NSString> newString(std::size_t length, Fill&& fill) {

@@ -2,11 +2,9 @@
 
 #include "TessarinPlatform/AutoreleasePool.h"
 #include "TessarinPlatform/NSDate.h"
-#include "TessarinPlatform/NSMutableArray.h"
-#include "TessarinPlatform/NSMutableDictionary.h"
-#include "TessarinPlatform/NSMutableString.h"
 #include "TessarinPlatform/NSNumber.h"
 #include "platform/embedded/foundation/PropertyListError.h"
+#include "platform/embedded/foundation/PropertyListObjects.h"
 #include "platform/embedded/foundation/XMLDocumentText.h"
 #include "platform/embedded/foundation/XMLPropertyListValues.h"
 #include "platform/embedded/foundation/XMLScanner.h"
@@ -16,13 +14,10 @@
 namespace tessarin::embedded {
 namespace {
 
-// As many as the platform reads.
-constexpr std::size_t maximumDepth = 512;
-
 class Reader {
 public:
     Reader(std::string_view text, NSPropertyListMutabilityOptions mutability)
-        : scanner_(text), mutability_(mutability) {}
+        : scanner_(text), objects_(mutability) {}
 
     Retained<NSObject> read();
 
@@ -37,16 +32,13 @@ private:
     Retained<NSObject> closeContainer(const XMLTag& tag);
     void checkPlace(const XMLTag& tag) const;
 
-    Retained<NSObject> makeString(std::string_view text, bool isKey) const;
     Retained<NSObject> makeInteger(std::string_view text) const;
     Retained<NSObject> makeReal(std::string_view text) const;
     Retained<NSObject> makeDate(std::string_view text) const;
     Retained<NSObject> makeData(std::string_view text) const;
-    Retained<NSObject> makeArray(std::size_t firstItem) const;
-    Retained<NSObject> makeDictionary(std::size_t firstItem) const;
 
     XMLScanner scanner_;
-    const NSPropertyListMutabilityOptions mutability_;
+    const PropertyListObjects objects_;
     std::vector<OpenContainer> open_;
     std::vector<Retained<NSObject>> items_; // of all open containers; of a dictionary key, value, key, ...
     std::string buffer_;
@@ -82,8 +74,8 @@ Retained<NSObject> Reader::readElement(const XMLTag& tag) {
     checkPlace(tag);
     const bool isDictionary = tag.name == "dict";
     if (!isDictionary && tag.name != "array") return readLeaf(tag);
-    if (open_.size() == maximumDepth) scanner_.fail("Containers nested more than 512 deep");
-    if (tag.isEmpty) return isDictionary ? makeDictionary(items_.size()) : makeArray(items_.size());
+    if (open_.size() == deepestPropertyList) scanner_.fail("Containers nested more than 512 deep");
+    if (tag.isEmpty) return isDictionary ? objects_.dictionary({}) : objects_.array({});
     open_.push_back({isDictionary, items_.size()});
     return {};
 }
@@ -105,7 +97,8 @@ Retained<NSObject> Reader::closeContainer(const XMLTag& tag) {
         scanner_.fail("Closing tag </" + shortened(tag.name) + "> of an open <" + expected + ">");
     if (isDictionary && (items_.size() - firstItem) % 2 != 0)
         scanner_.fail("Key without a value in a dictionary");
-    Retained<NSObject> container = isDictionary ? makeDictionary(firstItem) : makeArray(firstItem);
+    const auto contents = std::span<const Retained<NSObject>>(items_).subspan(firstItem);
+    Retained<NSObject> container = isDictionary ? objects_.dictionary(contents) : objects_.array(contents);
     items_.resize(firstItem);
     open_.pop_back();
     return container;
@@ -128,24 +121,15 @@ Retained<NSObject> Reader::readLeaf(const XMLTag& tag) {
     if (name == "real") return makeReal(text);
     if (name == "date") return makeDate(text);
     if (name == "data") return makeData(text);
-    return makeString(text, name == "key");
-}
-
-Retained<NSObject> Reader::makeString(std::string_view text, bool isKey) const {
-    const bool isMutable = mutability_ == NSPropertyListMutableContainersAndLeaves && !isKey;
-    const NSString string = isMutable ? NSString(NSMutableString::alloc()) : NSString::alloc();
-    return adopt(string.initWithBytes_length_encoding(text.data(), text.size(), NSUTF8StringEncoding));
+    return objects_.string(text, name == "key");
 }
 
 Retained<NSObject> Reader::makeInteger(std::string_view text) const {
     const auto integer = integerFromText(text);
     if (!integer) scanner_.fail("Integer that is malformed or out of range");
     const auto [magnitude, isNegative] = *integer;
-    constexpr std::uint64_t largestSigned = std::numeric_limits<std::int64_t>::max();
-    if (!isNegative && magnitude > largestSigned)
-        return retain<NSObject>(NSNumber::numberWithUnsignedLongLong(magnitude));
-    const std::uint64_t bits = isNegative ? 0 - magnitude : magnitude;
-    return retain<NSObject>(NSNumber::numberWithLongLong(static_cast<long long>(bits)));
+    if (!isNegative) return PropertyListObjects::unsignedInteger(magnitude);
+    return PropertyListObjects::integer(static_cast<std::int64_t>(0 - magnitude));
 }
 
 Retained<NSObject> Reader::makeReal(std::string_view text) const {
@@ -163,30 +147,7 @@ Retained<NSObject> Reader::makeDate(std::string_view text) const {
 Retained<NSObject> Reader::makeData(std::string_view text) const {
     const auto bytes = dataFromText(text);
     if (!bytes) scanner_.fail("Data that is no base64");
-    const Class dataClass =
-        mutability_ == NSPropertyListMutableContainersAndLeaves ? "NSMutableData"_class : "NSData"_class;
-    const void* const start = bytes->data();
-    const NSUInteger length = bytes->size();
-    return retain<NSObject>(send<NSData>(dataClass, "dataWithBytes:length:"_sel, start, length));
-}
-
-Retained<NSObject> Reader::makeArray(std::size_t firstItem) const {
-    static_assert(sizeof(Retained<NSObject>)
-                  == sizeof(NSObject)); // so that a run of one is a run of the other
-    const NSObject* const items = items_.data() + firstItem;
-    const NSUInteger count = items_.size() - firstItem;
-    const bool isMutable = mutability_ != NSPropertyListImmutable;
-    const NSArray array = isMutable ? NSArray(NSMutableArray::alloc()) : NSArray::alloc();
-    return adopt(array.initWithObjects_count(items, count));
-}
-
-Retained<NSObject> Reader::makeDictionary(std::size_t firstItem) const {
-    const std::size_t count = (items_.size() - firstItem) / 2;
-    Retained<NSMutableDictionary> dictionary = adopt(NSMutableDictionary::alloc().initWithCapacity(count));
-    for (std::size_t index = firstItem; index < items_.size(); index += 2)
-        dictionary.setObject_forKey(items_[index + 1], items_[index]);
-    if (mutability_ != NSPropertyListImmutable) return dictionary;
-    return adopt(NSObject(dictionary.copy()));
+    return objects_.data(*bytes);
 }
 
 } // namespace

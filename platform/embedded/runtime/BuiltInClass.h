@@ -17,14 +17,16 @@ struct StorageLayout {
     std::size_t size = 0;
     std::size_t alignment = 1;
     void (*construct)(void* storage) = nullptr;
-    void (*destroy)(void* storage) = nullptr;
+    void (*destroy)(void* storage) = nullptr; // null where there is nothing to do
 };
 
 template <class Storage>
 StorageLayout storageLayout() {
     static_assert(alignof(Storage) <= alignof(std::max_align_t));
-    return {sizeof(Storage), alignof(Storage), [](void* storage) { new (storage) Storage(); },
-            [](void* storage) { static_cast<Storage*>(storage)->~Storage(); }};
+    StorageLayout layout{sizeof(Storage), alignof(Storage), [](void* storage) { new (storage) Storage(); }};
+    if constexpr (!std::is_trivially_destructible_v<Storage>)
+        layout.destroy = [](void* storage) { static_cast<Storage*>(storage)->~Storage(); };
+    return layout;
 }
 
 struct ClassDescription {

@@ -29,6 +29,8 @@ RuntimeClass* newRecord(const std::string& name, RuntimeClass* superclass) {
     if (superclass) {
         record->instanceSize = superclass->instanceSize;
         record->storages = superclass->storages;
+        record->hasInstanceVariables = superclass->hasInstanceVariables;
+        record->storesObjects = superclass->storesObjects;
         superclass->subclasses.push_back(record);
     }
     initializeCache(record);
@@ -88,9 +90,11 @@ RuntimeClass* makeClass(const std::string& name, RuntimeClass* superclass,
     metaclass->isa = table.rootMetaclass;
     record->isa = metaclass;
 
+    if (storage.destroy) record->storesObjects = true;
     if (storage.size > 0)
         record->storages.push_back(
             {reserve(record, storage.size, storage.alignment), storage.construct, storage.destroy});
+    if (!instanceVariables.empty()) record->hasInstanceVariables = true;
     for (const InstanceVariableRow& row : instanceVariables)
         record->instanceVariables.push_back(
             {row.name, row.encoding, reserve(record, row.size, row.alignment)});

@@ -19,7 +19,7 @@ struct Method {
 struct StorageSlot {
     std::size_t offset;
     void (*construct)(void* storage);
-    void (*destroy)(void* storage);
+    void (*destroy)(void* storage); // null where there is nothing to do
 };
 
 struct InstanceVariable {
@@ -35,9 +35,11 @@ struct RuntimeClass : ClassRecord {
     RuntimeClass* superclass = nullptr;
     bool isMetaclass = false;
     std::size_t instanceSize = sizeof(Object);
-    std::vector<StorageSlot> storages; // inherited ones first
-    std::vector<InstanceVariable> instanceVariables;
-    std::vector<Object*> protocols; // its own, not those of its superclass
+    std::vector<StorageSlot> storages;               // inherited ones first
+    std::vector<InstanceVariable> instanceVariables; // its own
+    bool hasInstanceVariables = false;               // inherited ones included
+    bool storesObjects = false;                      // whether destroying the storages may release objects
+    std::vector<Object*> protocols;                  // its own, not those of its superclass
     std::unordered_map<SEL, Method> methods;
     std::vector<RuntimeClass*> subclasses;
     std::size_t cachedMethods = 0;
@@ -67,7 +69,7 @@ const Method* findMethod(RuntimeClass* classRecord, SEL selector);
 // Whether the class or one that it is derived from adopts a protocol.
 bool adopts(const RuntimeClass* classRecord, const Object* protocol);
 
-// The protocol of a name, which exists as soon as it is named.
+// The protocol of a name, which exists as soon as a class adopts it.
 Object* protocolNamed(const char* name);
 const char* protocolName(Object* protocol);
 

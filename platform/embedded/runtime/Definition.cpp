@@ -40,6 +40,10 @@ std::vector<std::unique_ptr<PendingClass>>& pendingClasses() {
     return *list;
 }
 
+bool isPending(const std::string& name) {
+    return std::ranges::any_of(pendingClasses(), [&](const auto& each) { return each->name == name; });
+}
+
 void attach(Group& group, RuntimeClass* classRecord) {
     for (std::size_t index = 0; index < group.methods.size(); ++index) {
         const MethodRow& row = group.methods[index];
@@ -110,7 +114,7 @@ std::vector<ExtensionGroupRecord> extensionGroups() {
 
 ClassDefinition::ClassDefinition(const ClassTable& table) : name_(table.name) {
     const std::lock_guard lock(runtimeMutex());
-    if (runtime::lookUpClass(table.name))
+    if (runtime::lookUpClass(table.name) || isPending(name_))
         raise(NSInvalidArgumentException(), NSString("a class named " + name_ + " exists already"));
     auto definition = std::make_unique<PendingClass>();
     definition->name = table.name;

@@ -8,60 +8,63 @@
 namespace tessarin::embedded {
 namespace {
 
-// A cache and the entries that it points to.
-struct OwnedCache {
-    explicit OwnedCache(std::uintptr_t capacity)
-        : entries(std::make_unique<MethodCacheEntry[]>(capacity)), cache{capacity - 1, entries.get()} {}
-
-    std::unique_ptr<MethodCacheEntry[]> entries;
-    MethodCache cache;
-};
-
 // Every cache there ever was. A replaced one may still be read by another thread and is never freed. That is
 // little: a cache is replaced by one twice as large, or when a class gets a new method.
-std::vector<std::unique_ptr<OwnedCache>>& allCaches() {
-    static auto* caches = new std::vector<std::unique_ptr<OwnedCache>>;
+std::vector<MethodCache*>& allCaches() {
+    static auto* caches = new std::vector<MethodCache*>;
     return *caches;
 }
 
-const MethodCache* newCache(std::uintptr_t capacity) {
-    return &allCaches().emplace_back(std::make_unique<OwnedCache>(capacity))->cache;
+MethodCache* newCache(std::uintptr_t capacity) {
+    void* memory = ::operator new(sizeof(MethodCache) + capacity * sizeof(MethodCacheEntry));
+    auto* cache = new (memory) MethodCache{capacity - 1};
+    std::uninitialized_value_construct_n(&cache->entryAt(0), capacity);
+    return allCaches().emplace_back(cache);
 }
 
-const MethodCache* emptyCache() {
-    static const MethodCache* cache = newCache(1);
+MethodCache* emptyCache() {
+    static MethodCache* cache = newCache(1);
     return cache;
 }
 
-MethodCacheEntry& entryFor(const MethodCache& cache, SEL selector) {
+MethodCacheEntry& entryFor(MethodCache& cache, SEL selector) {
     for (std::uintptr_t position = runtime::selectorHash(selector);; ++position) {
-        MethodCacheEntry& entry = cache.entries[position & cache.mask];
+        MethodCacheEntry& entry = cache.entryAt(position);
         const SEL present = entry.selector.load(std::memory_order_acquire);
         if (present == selector || !present) return entry;
     }
 }
 
-void store(const MethodCache& cache, SEL selector, Implementation implementation) {
+void store(MethodCache& cache, SEL selector, Implementation implementation) {
     MethodCacheEntry& entry = entryFor(cache, selector);
     entry.implementation.store(implementation, std::memory_order_relaxed);
     entry.selector.store(selector, std::memory_order_release);
 }
 
-// Under the runtime's lock. At most half of a cache is used, so that most methods stand in their first entry
-// and every search ends.
+// At most half of a cache is used, so that every search ends. Up to a point it grows further to give a method
+// its first entry, where the inline look-up finds it.
+bool hasRoomFor(MethodCache& cache, std::size_t cachedMethods, SEL selector) {
+    constexpr std::size_t mostEntriesForMethod = 16;
+    if (2 * (cachedMethods + 1) > cache.mask) return false;
+    const MethodCacheEntry& first = cache.entryAt(runtime::selectorHash(selector));
+    return !first.selector.load(std::memory_order_relaxed)
+           || cache.mask > mostEntriesForMethod * (cachedMethods + 1);
+}
+
+// Under the runtime's lock.
 void remember(RuntimeClass* classRecord, SEL selector, Implementation implementation) {
-    const MethodCache* cache = classRecord->cache.load(std::memory_order_relaxed);
+    MethodCache* cache = classRecord->cache.load(std::memory_order_relaxed);
     if (entryFor(*cache, selector).selector.load(std::memory_order_relaxed) == selector) return;
-    if (2 * (classRecord->cachedMethods + 1) > cache->mask) {
-        const MethodCache* larger = newCache(cache->mask == 0 ? 16 : 2 * (cache->mask + 1));
+    while (!hasRoomFor(*cache, classRecord->cachedMethods, selector)) {
+        MethodCache* larger = newCache(cache->mask == 0 ? 16 : 2 * (cache->mask + 1));
         for (std::uintptr_t index = 0; index <= cache->mask; ++index) {
-            const MethodCacheEntry& entry = cache->entries[index];
+            const MethodCacheEntry& entry = cache->entryAt(index);
             if (const SEL kept = entry.selector.load(std::memory_order_relaxed))
                 store(*larger, kept, entry.implementation.load(std::memory_order_relaxed));
         }
-        classRecord->cache.store(larger, std::memory_order_release);
         cache = larger;
     }
+    classRecord->cache.store(cache, std::memory_order_release);
     store(*cache, selector, implementation);
     ++classRecord->cachedMethods;
 }

@@ -12,8 +12,9 @@ Object* createInstance(Class classObject, std::size_t extraBytes) {
     RuntimeClass* classRecord = runtimeClass(classObject.object());
     void* memory = std::malloc(classRecord->instanceSize + extraBytes);
     if (!memory) throw std::bad_alloc();
-    // Instance variables begin as zeros; extra bytes belong to the class that asked for them.
-    std::memset(memory, 0, classRecord->instanceSize);
+    // Instance variables begin as zeros; storages construct themselves, and extra bytes belong to the class
+    // that asked for them.
+    if (classRecord->hasInstanceVariables) std::memset(memory, 0, classRecord->instanceSize);
     Object* object = new (memory) Object{classRecord, {1}};
     for (const StorageSlot& slot : classRecord->storages)
         slot.construct(static_cast<std::byte*>(memory) + slot.offset);
@@ -27,7 +28,7 @@ void* extraBytesOf(Object* object) {
 void disposeInstance(Object* object) {
     const RuntimeClass* classRecord = classRecordOf(object);
     for (auto slot = classRecord->storages.rbegin(); slot != classRecord->storages.rend(); ++slot)
-        slot->destroy(reinterpret_cast<std::byte*>(object) + slot->offset);
+        if (slot->destroy) slot->destroy(reinterpret_cast<std::byte*>(object) + slot->offset);
     object->~Object();
     std::free(object);
 }

@@ -7,5 +7,7 @@ namespace tessarin::embedded {
 
 // Destroys the storages, the most derived first, and frees the memory.
 void disposeInstance(Object* object);
+// The root class's dealloc, which does no more than that.
+extern const Implementation rootDealloc;
 
 } // namespace tessarin::embedded

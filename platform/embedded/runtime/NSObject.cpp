@@ -118,6 +118,8 @@ NSString protocolDescription(Protocol self, SEL) { return NSString(protocolName(
 
 } // namespace
 
+const Implementation rootDealloc = reinterpret_cast<Implementation>(dealloc);
+
 ClassDescription describeNSObject() {
     return {.name = "NSObject",
             .superclass = nullptr,

@@ -1,7 +1,10 @@
 // Protocols: names that classes adopt. Each is an object that lives as long as the process.
 #include "platform/embedded/runtime/Classes.h"
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
+#include <string_view>
 
 namespace tessarin::embedded {
 namespace {
@@ -13,6 +16,16 @@ struct ProtocolRecord : Object {
 std::unordered_map<std::string, std::unique_ptr<ProtocolRecord>>& protocols() {
     static auto* table = new std::unordered_map<std::string, std::unique_ptr<ProtocolRecord>>;
     return *table;
+}
+
+// Those of the platform, which exist before a class that adopts them is made.
+constexpr std::string_view platformProtocols[] = {"NSCoding",  "NSCopying",        "NSFastEnumeration",
+                                                  "NSLocking", "NSMutableCopying", "NSObject"};
+
+// Whether there is a protocol of that name: the platform's own, or one that a class adopts.
+bool isKnown(const char* name) {
+    return std::ranges::find(platformProtocols, name) != std::end(platformProtocols)
+           || protocols().contains(name);
 }
 
 } // namespace
@@ -40,7 +53,9 @@ const char* protocolName(Object* protocol) {
 namespace tessarin::runtime {
 
 Object* lookUpProtocol(const char* name) {
+    if (!name) return nullptr;
     const std::lock_guard lock(embedded::runtimeMutex());
+    if (!embedded::isKnown(name)) return nullptr;
     Object* protocol = embedded::protocolNamed(name);
     if (!protocol->isa) protocol->isa = embedded::runtimeClass(lookUpClass("Protocol"));
     return protocol;

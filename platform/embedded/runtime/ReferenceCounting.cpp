@@ -1,6 +1,8 @@
 // retain, release, autorelease and pools.
 #include "platform/embedded/runtime/ReferenceCounting.h"
 
+#include "platform/embedded/runtime/Classes.h"
+#include "platform/embedded/runtime/Instances.h"
 #include "platform/embedded/runtime/ThreadState.h"
 
 namespace tessarin::embedded {
@@ -11,12 +13,10 @@ void addReference(Object* object) {
 }
 
 void removeReference(Object* object) {
-    if (object->references.load(std::memory_order_relaxed) < 0) return;
-    if (object->references.fetch_sub(1, std::memory_order_acq_rel) != 1) return;
-    if (ThreadState* thread = ThreadState::current())
-        thread->deallocate(object);
-    else
-        send<void>(NSObject(object), "dealloc"_sel);
+    const std::intptr_t references = object->references.load(std::memory_order_acquire);
+    if (references == 1
+        || (references > 1 && object->references.fetch_sub(1, std::memory_order_acq_rel) == 1))
+        runtime::deallocate(object);
 }
 
 void autoreleaseReference(Object* object) {
@@ -30,20 +30,20 @@ namespace tessarin::runtime {
 
 using namespace embedded;
 
-Object* retain(Object* object) {
-    if (!object) return nullptr;
-    if (object->isa->countsReferencesItself.load(std::memory_order_relaxed)) [[unlikely]]
-        return send<NSObject>(NSObject(object), "retain"_sel).object();
-    addReference(object);
-    return object;
-}
+Object* retainByMessage(Object* object) { return send<NSObject>(NSObject(object), "retain"_sel).object(); }
 
-void release(Object* object) {
-    if (!object) return;
-    if (object->isa->countsReferencesItself.load(std::memory_order_relaxed)) [[unlikely]]
-        send<void>(NSObject(object), "release"_sel);
+void releaseByMessage(Object* object) { send<void>(NSObject(object), "release"_sel); }
+
+void deallocate(Object* object) {
+    // A reference stays counted, so that a dealloc that retains and releases its object does not begin anew.
+    object->references.store(1, std::memory_order_relaxed);
+    // What releases nothing when it goes, such as a number, nests nothing.
+    if (!classRecordOf(object)->storesObjects && lookUp(object, "dealloc"_sel) == rootDealloc)
+        disposeInstance(object);
+    else if (ThreadState* thread = ThreadState::current())
+        thread->deallocate(object);
     else
-        removeReference(object);
+        send<void>(NSObject(object), "dealloc"_sel);
 }
 
 Object* autorelease(Object* object) {

@@ -7,22 +7,24 @@ namespace {
 
 constexpr std::size_t deepestDeallocation = 64;
 
-// Trivially destructible, so that it may be read while the thread's other objects are being destroyed.
-thread_local bool threadStateIsGone = false;
+// Read while the thread's other objects are being destroyed, like current_.
+constinit thread_local bool threadStateIsGone = false;
 
 } // namespace
 
-ThreadState* ThreadState::current() {
+constinit thread_local ThreadState* ThreadState::current_ = nullptr;
+
+ThreadState* ThreadState::begin() {
     if (threadStateIsGone) return nullptr;
     static thread_local ThreadState state;
-    return &state;
+    current_ = &state;
+    return current_;
 }
-
-ThreadState::ThreadState() = default;
 
 ThreadState::~ThreadState() {
     // Objects that were autoreleased outside any pool live until here.
     closePool(0);
+    current_ = nullptr;
     threadStateIsGone = true;
 }
 

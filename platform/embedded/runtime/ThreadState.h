@@ -11,9 +11,9 @@ namespace tessarin::embedded {
 class ThreadState {
 public:
     // The calling thread's, null once the thread has ended as far as C++ is concerned.
-    static ThreadState* current();
+    static ThreadState* current() { return current_ ? current_ : begin(); }
 
-    ThreadState();
+    ThreadState() = default;
     ~ThreadState();
     ThreadState(const ThreadState&) = delete;
     ThreadState& operator=(const ThreadState&) = delete;
@@ -28,6 +28,12 @@ public:
     void deallocate(Object* object);
 
 private:
+    static ThreadState* begin();
+
+    // Needs no construction and no destruction, so that it costs no check and may be read while the thread's
+    // other objects are being destroyed.
+    static constinit thread_local ThreadState* current_;
+
     std::vector<Object*> autoreleased_; // of all pools, the innermost last
     std::vector<Object*> postponed_;
     std::size_t depth_ = 0;

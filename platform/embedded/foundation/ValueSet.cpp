@@ -1,0 +1,31 @@
+#include "platform/embedded/foundation/ValueSet.h"
+
+#include <algorithm>
+#include <array>
+
+namespace tessarin::embedded {
+namespace {
+
+struct Comparison {
+    Implementation isEqual;
+    Implementation hash;
+    friend bool operator==(const Comparison&, const Comparison&) = default;
+};
+
+Comparison comparisonOf(NSObject classObject) {
+    return {runtime::lookUpInClass(classObject.object(), "isEqual:"_sel),
+            runtime::lookUpInClass(classObject.object(), "hash"_sel)};
+}
+
+} // namespace
+
+bool comparesAsValue(NSObject object) {
+    static const std::array<Comparison, 5> known = {
+        comparisonOf("NSObject"_class), comparisonOf("NSString"_class), comparisonOf("NSNumber"_class),
+        comparisonOf("NSDate"_class), comparisonOf("NSData"_class)};
+    const Comparison own{runtime::lookUp(object.object(), "isEqual:"_sel),
+                         runtime::lookUp(object.object(), "hash"_sel)};
+    return std::find(known.begin(), known.end(), own) != known.end();
+}
+
+} // namespace tessarin::embedded

@@ -1,0 +1,124 @@
+// What the embedded platform says and does beyond what every platform has in common.
+#include "PlatformTest.h"
+
+#include <limits>
+
+namespace tessarin::testing {
+namespace {
+
+class NSPropertyListSerializationTest : public PlatformTest {};
+
+NSData written(NSObject propertyList, NSError* error = nullptr,
+               NSPropertyListFormat format = NSPropertyListXMLFormat_v1_0) {
+    return NSPropertyListSerialization::dataWithPropertyList_format_options_error(propertyList, format, 0,
+                                                                                  error);
+}
+
+id read(std::string_view document, NSError* error = nullptr) {
+    return NSPropertyListSerialization::propertyListWithData_options_format_error(
+        NSData::dataWithBytes_length(document.data(), document.size()), NSPropertyListImmutable, nullptr,
+        error);
+}
+
+std::string reasonOf(NSError error) {
+    EXPECT_EQ(text(error.domain()), "NSCocoaErrorDomain");
+    return text(error.userInfo().objectForKey(NSDebugDescriptionErrorKey()));
+}
+
+// What is said to the reading of a document, which has to fail.
+std::string reasonAgainstReading(std::string_view document) {
+    NSError error;
+    EXPECT_EQ(read(document, &error), nil);
+    EXPECT_EQ(error.code(), 3840);
+    return reasonOf(error);
+}
+
+// What is said to the writing of an object, which has to fail.
+std::string reasonAgainstWriting(NSObject object,
+                                 NSPropertyListFormat format = NSPropertyListXMLFormat_v1_0) {
+    NSError error;
+    EXPECT_EQ(written(object, &error, format), nil);
+    EXPECT_EQ(error.code(), 3851);
+    return reasonOf(error);
+}
+
+TEST_F(NSPropertyListSerializationTest, AProblemInADocumentIsToldWithItsLine) {
+    EXPECT_EQ(reasonAgainstReading("<plist>\n<array>\n<what/>\n</array>\n</plist>"),
+              "Unknown tag <what> at line 3");
+}
+
+TEST_F(NSPropertyListSerializationTest, NoDataHasAReasonOfItsOwn) {
+    EXPECT_EQ(reasonAgainstReading(""), "Cannot parse a NULL or zero-length data");
+    NSError error;
+    EXPECT_EQ(NSPropertyListSerialization::propertyListWithData_options_format_error(nil, 0, nullptr, &error),
+              nil);
+    EXPECT_EQ(reasonOf(error), "Cannot parse a NULL or zero-length data");
+}
+
+TEST_F(NSPropertyListSerializationTest, AnErrorNeedNotBeAskedFor) {
+    EXPECT_EQ(read("<plist><array>"), nil);
+    EXPECT_EQ(written(NSNull::null()), nil);
+    EXPECT_EQ(written(nil), nil);
+}
+
+TEST_F(NSPropertyListSerializationTest, TheFormatIsStoredOfWhatCanBeReadOnly) {
+    auto format = NSPropertyListOpenStepFormat;
+    const NSData damaged = NSData::dataWithBytes_length("<array>", 7);
+    EXPECT_EQ(
+        NSPropertyListSerialization::propertyListWithData_options_format_error(damaged, 0, &format, nullptr),
+        nil);
+    EXPECT_EQ(format, NSPropertyListOpenStepFormat);
+}
+
+TEST_F(NSPropertyListSerializationTest, AHundredThousandLevelsAreWritten) {
+    Retained<NSArray> nested = adopt(NSArray::alloc().init());
+    for (int level = 1; level < 100'000; ++level) {
+        const NSObject inner = nested;
+        nested = adopt(NSArray::alloc().initWithObjects_count(&inner, 1));
+    }
+    EXPECT_GT(written(nested).length(), 100'000u * 18);
+}
+
+TEST_F(NSPropertyListSerializationTest, NilCannotBeWritten) {
+    NSError error;
+    EXPECT_EQ(written(nil, &error), nil);
+    EXPECT_EQ(error.code(), 3852);
+    EXPECT_EQ(reasonOf(error), "Cannot write nil as a property list");
+}
+
+TEST_F(NSPropertyListSerializationTest, ADateWithoutAWrittenFormCannotBeWritten) {
+    const NSDate never =
+        NSDate::dateWithTimeIntervalSinceReferenceDate(std::numeric_limits<double>::infinity());
+    EXPECT_EQ(
+        reasonAgainstWriting(NSArray::arrayOf(never)),
+        "Property list invalid for format: 100 (dates in XML must be finite and not more than 2^53 seconds "
+        "away)");
+}
+
+TEST_F(NSPropertyListSerializationTest, OpenStepFormIsNotWritten) {
+    EXPECT_EQ(reasonAgainstWriting("a"_ns, NSPropertyListOpenStepFormat),
+              "Property list invalid for format: 1 (there is no writer of this format)");
+    EXPECT_EQ(reasonAgainstWriting("a"_ns, static_cast<NSPropertyListFormat>(7)),
+              "Property list invalid for format: 7 (there is no such format)");
+}
+
+TEST_F(NSPropertyListSerializationTest, WhatIsNoPropertyListIsAnErrorThatTellsWhy) {
+    const std::string beginning = "Property list invalid for format: 100 (";
+    EXPECT_EQ(reasonAgainstWriting(NSNull::null()),
+              beginning + "property lists cannot contain objects of type 'CFNull')");
+    EXPECT_EQ(reasonAgainstWriting(NSArray::arrayOf(NSURL::fileURLWithPath("/a"_ns))),
+              beginning + "property lists cannot contain objects of type 'CFURL')");
+    EXPECT_EQ(reasonAgainstWriting(NSFileManager::defaultManager()),
+              beginning + "property lists cannot contain objects of type 'CFType')");
+    EXPECT_EQ(
+        reasonAgainstWriting(NSDictionary::dictionaryWithObject_forKey("a"_ns, NSNumber::numberWithInt(1))),
+        beginning + "property list dictionaries may only have keys which are CFStrings, not 'CFNumber')");
+    const NSMutableArray own = NSMutableArray::array();
+    own.addObject(own);
+    EXPECT_EQ(reasonAgainstWriting(own),
+              beginning + "property lists cannot contain recursive container references)");
+    own.removeAllObjects();
+}
+
+} // namespace
+} // namespace tessarin::testing
