@@ -24,4 +24,6 @@ if(TESSARIN_SANITIZE)
     target_compile_options(tessarin_sanitizers INTERFACE -fsanitize=${TESSARIN_SANITIZE}
                            -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(tessarin_sanitizers INTERFACE -fsanitize=${TESSARIN_SANITIZE})
+    # GCC warns of uninitialised variables where a sanitizer's code hides their initialisation.
+    target_compile_options(tessarin_sanitizers INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 endif()

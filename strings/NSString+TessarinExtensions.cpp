@@ -11,6 +11,8 @@
 
 #include <algorithm>
 #include <cstdarg>
+#include <string>
+#include <string_view>
 #include <vector>
 
 using namespace tessarin;
@@ -19,17 +21,42 @@ namespace {
 
 // ---- The path relative to a directory ----
 
-// How many leading components of a path equal the directory's without regard to case. The directory's list is
-// read without regard to its length, which is meant: where it ends first, all of it equal, the platform's
-// range exception reaches the caller.
-NSUInteger countOfMatchingComponents(NSArray pathComponents, NSArray directoryComponents) {
-    NSUInteger count = 0;
-    for (NSString component : pathComponents) {
-        const NSString counterpart = directoryComponents.objectAtIndex(count);
-        if (component.compare_options(counterpart, NSCaseInsensitiveSearch) != NSOrderedSame) break;
-        ++count;
+// What is left of a path that is split at every "/", of which the empty path is one component and not none.
+class RemainingComponents {
+public:
+    explicit RemainingComponents(std::u16string_view path) : path_(path) {}
+
+    bool isEmpty() const { return isEmpty_; }
+    std::size_t count() const {
+        return isEmpty_ ? 0 : 1 + static_cast<std::size_t>(std::ranges::count(path_, u'/'));
     }
-    return count;
+    std::u16string_view first() const { return path_.substr(0, path_.find(u'/')); }
+    void removeFirst() {
+        const std::size_t slash = path_.find(u'/');
+        isEmpty_ = slash == std::u16string_view::npos;
+        path_.remove_prefix(isEmpty_ ? path_.size() : slash + 1);
+    }
+    // All of them, joined with "/".
+    std::u16string_view path() const { return path_; }
+
+private:
+    std::u16string_view path_;
+    bool isEmpty_ = false;
+};
+
+bool isAscii(char16_t unit) { return unit < 0x80; }
+char16_t lowerAscii(char16_t unit) {
+    return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + ('a' - 'A')) : unit;
+}
+
+// Whether two components are equal without regard to case. Where they are equal but for the case of ASCII
+// letters, or ASCII sets them apart, every platform agrees; the rest is the platform's to say.
+bool areEqualWithoutCase(std::u16string_view left, std::u16string_view right) {
+    const auto [inLeft, inRight] = std::ranges::mismatch(left, right, {}, lowerAscii, lowerAscii);
+    const bool leftEnds = inLeft == left.end(), rightEnds = inRight == right.end();
+    if (leftEnds && rightEnds) return true;
+    if ((leftEnds || isAscii(*inLeft)) && (rightEnds || isAscii(*inRight))) return false;
+    return NSString(left).compare_options(NSString(right), NSCaseInsensitiveSearch) == NSOrderedSame;
 }
 
 NSString pathRelativeToDirectory(NSString self, SEL, NSString directory) {
@@ -42,16 +69,25 @@ NSString pathRelativeToDirectory(NSString self, SEL, NSString directory) {
             self.substringFromIndex(directory.length()),
             NSCharacterSet::characterSetWithCharactersInString("/"_ns));
 
-    const NSArray components = self.componentsSeparatedByString("/"_ns);
-    const NSArray directoryComponents = directory.componentsSeparatedByString("/"_ns);
-    const NSUInteger matching = countOfMatchingComponents(components, directoryComponents);
-    const NSArray remaining = components.subarrayWithRange({matching, components.count() - matching});
+    // Paths are walked where they stand, since an object for each component would take most of the time.
+    const std::u16string path(self), directoryPath(directory);
+    RemainingComponents components(path), directoryComponents(directoryPath);
+    for (NSUInteger index = 0; !components.isEmpty(); ++index) {
+        // The directory's list is read without regard to its length, which is meant: where it ends first, all
+        // of it equal, the platform's range exception reaches the caller.
+        if (directoryComponents.isEmpty())
+            return directory.componentsSeparatedByString("/"_ns).objectAtIndex(index);
+        if (!areEqualWithoutCase(components.first(), directoryComponents.first())) break;
+        components.removeFirst();
+        directoryComponents.removeFirst();
+    }
 
-    const Retained<NSMutableString> relative = adopt(NSMutableString::alloc().init());
-    for (NSUInteger level = matching; level < directoryComponents.count(); ++level)
-        relative.appendString("../"_ns);
-    relative.appendString(remaining.componentsJoinedByString("/"_ns));
-    return NSString::stringWithString(relative);
+    std::u16string relative;
+    const std::size_t levels = directoryComponents.count();
+    relative.reserve(3 * levels + components.path().size());
+    for (std::size_t level = 0; level < levels; ++level) relative += u"../";
+    relative += components.path();
+    return NSString(relative);
 }
 
 // ---- The parent directory of paths ----

@@ -136,9 +136,8 @@ TESSARIN_EXPORT TESSARIN_PLATFORM_TYPE(AudioComponentDescription)
 // Whether two descriptions are of the same component: equal type, subtype and manufacturer. The flags do not
 // count.
 TESSARIN_EXPORT
-    TESSARIN_BOOL TSSREqualAudioComponentDescriptions(TESSARIN_PLATFORM_TYPE(AudioComponentDescription) left,
-                                                      TESSARIN_PLATFORM_TYPE(AudioComponentDescription)
-                                                          right);
+TESSARIN_BOOL TSSREqualAudioComponentDescriptions(TESSARIN_PLATFORM_TYPE(AudioComponentDescription) left,
+                                                  TESSARIN_PLATFORM_TYPE(AudioComponentDescription) right);
 
 TESSARIN_C_DECLARATIONS_END
 

@@ -1,5 +1,5 @@
-// An application that sends messages and names no symbol of the library. It is linked so that libraries which seem
-// unused are left out, and must work all the same.
+// An application that sends messages and names no symbol of the library. It is linked so that libraries which
+// seem unused are left out, and must work all the same.
 #import "Checks.h"
 
 #import "TessarinFoundation/NSString+TessarinExtensions.h"

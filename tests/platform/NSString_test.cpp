@@ -267,13 +267,6 @@ TEST_F(NSStringTest, SplitAtNilRaises) {
     EXPECT_THROWS_NAMED("abc"_ns.componentsSeparatedByString(nil), "NSInvalidArgumentException");
 }
 
-TEST_F(NSStringTest, SplitsLongRepetitiveTextAtLongSeparatorInTime) {
-    const NSString whole(std::string(400000, 'a'));
-    const NSString separator(std::string(200000, 'a') + "b");
-    EXPECT_EQ(whole.componentsSeparatedByString(separator).count(), 1u);
-    EXPECT_EQ(whole.componentsSeparatedByString(NSString(std::string(100000, 'a'))).count(), 5u);
-}
-
 TEST_F(NSStringTest, TrimsBothEnds) {
     const NSCharacterSet spaces = NSCharacterSet::whitespaceCharacterSet();
     EXPECT_EQ(text(" \t a b \t"_ns.stringByTrimmingCharactersInSet(spaces)), "a b");

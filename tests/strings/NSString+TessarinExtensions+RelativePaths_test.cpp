@@ -63,6 +63,7 @@ TEST_F(RelativePathTest, TheDirectoryIsAskedFirstWhetherItIsAbsolute) {
                                                      asked.push_back(self);
                                                      return NO;
                                                  })}}};
+    asked.clear();
     const NSString path = StringSubclass::make(definition.classObject(), "/a/b"_ns);
     const NSString directory = StringSubclass::make(definition.classObject(), "/a"_ns);
     EXPECT_EQ(tessarin_pathRelativeToDirectory(path, directory), path);

@@ -59,12 +59,17 @@ ArrayItems::ArrayItems(NSArray array) {
     items_ = gathered_;
 }
 
-Retained<NSArray> newArray(const NSObject* items, NSUInteger count) {
+Retained<NSArray> newArrayWithRoom(NSUInteger count) {
     if (count > std::numeric_limits<std::size_t>::max() / (2 * sizeof(NSObject))) throw std::bad_alloc();
     Retained<NSArray> array =
         adopt(NSArray(createInstance(NSArray::classObject(), count * sizeof(NSObject))));
+    storageOf<ArrayStorage>(array).items = static_cast<NSObject*>(extraBytesOf(array.object()));
+    return array;
+}
+
+Retained<NSArray> newArray(const NSObject* items, NSUInteger count) {
+    Retained<NSArray> array = newArrayWithRoom(count);
     ArrayStorage& storage = storageOf<ArrayStorage>(array);
-    storage.items = static_cast<NSObject*>(extraBytesOf(array.object()));
     copyRetained(items, count, storage.items);
     storage.count = count;
     return array;

@@ -55,11 +55,22 @@ private:
     std::span<const NSObject> items_;
 };
 
+// A new array without items, with room behind it for as many as it will ever have.
+Retained<NSArray> newArrayWithRoom(NSUInteger count);
 // New arrays of items that are not nil, retained by the array.
 Retained<NSArray> newArray(const NSObject* items, NSUInteger count);
 Retained<NSMutableArray> newMutableArray(const NSObject* items, NSUInteger count);
 inline NSArray makeArray(std::span<const NSObject> items) {
     return newArray(items.data(), items.size()).autorelease();
+}
+// A new array of items that are made for it: newItem(index) answers each, owned and not nil.
+template <class NewItem>
+Retained<NSArray> newArrayOfNew(NSUInteger count, NewItem&& newItem) {
+    Retained<NSArray> array = newArrayWithRoom(count);
+    ArrayStorage& storage = storageOf<ArrayStorage>(array);
+    for (; storage.count < count; ++storage.count)
+        storage.items[storage.count] = newItem(storage.count).leak();
+    return array;
 }
 
 // Raises NSRangeException, in the platform's wording, for an index or a range of an array with `count` items.

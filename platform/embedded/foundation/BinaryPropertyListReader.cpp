@@ -68,8 +68,8 @@ private:
     std::vector<OpenContainer> open_;
     std::vector<Retained<NSObject>> items_; // of all open containers
     std::vector<Retained<NSObject>> keysAndValues_;
-    std::size_t followedCount_ = 0;         // references
-    std::uint64_t current_ = 0; // the number of the object being read, for the text of a problem
+    std::size_t followedCount_ = 0; // references
+    std::uint64_t current_ = 0;     // the number of the object being read, for the text of a problem
 };
 
 void Reader::fail(const std::string& text) const {

@@ -111,14 +111,23 @@ NSNumber initWith(NSNumber self, SEL, T value) {
     return initialize(self, numberValue(value));
 }
 
+// Apart from numberWith, which for a common number needs next to nothing.
+[[gnu::noinline]] id makeUncommonNumber(const NumberValue& value) {
+    return id(runtime::autorelease(makeNumber(value)));
+}
 // A subclass may have its own way of taking the value, so it is asked.
 template <class T, detail::FixedString Initializer>
+[[gnu::noinline]] id makeNumberOfSubclass(Class self, T number) {
+    return adopt(send<id>(self.alloc(), operator""_sel<Initializer>(), number)).autorelease();
+}
+
+template <class T, detail::FixedString Initializer>
 id numberWith(Class self, SEL, T number) {
-    if (self != NSNumber::classObject())
-        return adopt(send<id>(self.alloc(), operator""_sel<Initializer>(), number)).autorelease();
+    if (self != NSNumber::classObject()) [[unlikely]]
+        return makeNumberOfSubclass<T, Initializer>(self, number);
     const NumberValue value = numberValue(number);
-    if (const NSNumber common = CommonNumbers::shared().find(value)) return common;
-    return id(runtime::autorelease(makeNumber(value)));
+    const NSNumber common = CommonNumbers::shared().find(value);
+    return common ? id(common) : makeUncommonNumber(value);
 }
 
 // ---- Reading

@@ -76,7 +76,10 @@ public:
         return notFound;
     }
     bool isAt(std::span<const Unit> text, std::size_t index) const {
-        return std::memcmp(text.data() + index, searched_.data(), searched_.size() * sizeof(Unit)) == 0;
+        // Unit by unit, since most are short and the first that differs comes early.
+        for (std::size_t offset = 0; offset < searched_.size(); ++offset)
+            if (text[index + offset] != searched_[offset]) return false;
+        return true;
     }
 
 private:

@@ -158,7 +158,10 @@ BOOL isEqual(NSString self, SEL, NSObject other) {
     if (isa != "NSString"_class.object() && isa != "NSMutableString"_class.object()
         && !other.isKindOfClass("NSString"_class))
         return NO;
-    return self.isEqualToString(as<NSString>(other));
+    const NSString string = as<NSString>(other);
+    const SEL comparison = "isEqualToString:"_sel;
+    return answersWith(self, comparison, isEqualToString) ? isEqualToString(self, comparison, string)
+                                                          : self.isEqualToString(string);
 }
 NSUInteger hash(NSString self, SEL) {
     if (const StringStorage* storage = directStorage(self)) return storage->hash();
@@ -322,7 +325,7 @@ ClassDescription describeNSString() {
     ClassDescription result{.name = "NSString",
                             .superclass = "NSObject",
                             .protocols = {"NSCopying", "NSMutableCopying"},
-                            .storage = storageLayout<StringStorage>(),
+                            .storage = storageLayout<StringStorage>(false),
                             .methods = {
                                 classMethod("allocWithZone:", allocWithZone),
                                 classMethod("string", string),

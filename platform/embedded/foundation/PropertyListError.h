@@ -15,11 +15,11 @@ inline constexpr NSInteger NSPropertyListWriteInvalidError = 3852;
 // Thrown by a reader or writer of one format, with a text for developers. It never leaves
 // NSPropertyListSerialization, which makes an NSError of it.
 class PropertyListProblem : public std::runtime_error {
-  public:
+public:
     using std::runtime_error::runtime_error;
 };
 
 // Stores an autoreleased error of the Cocoa domain through `error` unless that is null.
-void storePropertyListError(NSError *error, NSInteger code, const std::string &text);
+void storePropertyListError(NSError* error, NSInteger code, const std::string& text);
 
 } // namespace tessarin::embedded

@@ -1,6 +1,7 @@
 #include "platform/embedded/foundation/StringStorage.h"
 
 #include "TessarinPlatform/NSArray.h"
+#include "platform/embedded/foundation/ArrayStorage.h"
 #include "platform/services/Utf8.h"
 
 #include <algorithm>
@@ -30,6 +31,13 @@ bool needsWide(StringView contents) {
 // Writes units at an index of a buffer of either width; wide ones to a narrow buffer when they are known to
 // fit.
 void copyUnits(StringView contents, void* units, bool isWide, std::size_t index) {
+    if (contents.isEmpty()) return;
+    if (contents.isWide() == isWide) {
+        const int shift = isWide ? 1 : 0;
+        std::memcpy(static_cast<std::byte*>(units) + (index << shift), contents.narrow(),
+                    contents.length() << shift);
+        return;
+    }
     contents.visit([&](auto source) {
         if (isWide)
             std::copy(source.begin(), source.end(), static_cast<char16_t*>(units) + index);
@@ -270,16 +278,10 @@ std::string utf8Of(StringView units) {
 }
 
 NSArray substrings(StringView text, const std::vector<NSRange>& ranges) {
-    struct Pieces {
-        std::vector<NSObject> objects;
-        ~Pieces() {
-            for (NSObject object : objects) runtime::release(object.object());
-        }
-    } pieces;
-    pieces.objects.reserve(ranges.size());
-    for (const NSRange range : ranges)
-        pieces.objects.push_back(newString(text.sub(range.location, range.length)).leak());
-    return NSArray::arrayWithObjects_count(pieces.objects.data(), pieces.objects.size());
+    const auto newPart = [&](NSUInteger index) {
+        return newString(text.sub(ranges[index].location, ranges[index].length));
+    };
+    return newArrayOfNew(ranges.size(), newPart).autorelease();
 }
 
 std::string describe(NSRange range) {

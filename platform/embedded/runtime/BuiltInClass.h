@@ -18,14 +18,16 @@ struct StorageLayout {
     std::size_t alignment = 1;
     void (*construct)(void* storage) = nullptr;
     void (*destroy)(void* storage) = nullptr; // null where there is nothing to do
+    bool holdsObjects = false;                // whether destroying it may release objects
 };
 
 template <class Storage>
-StorageLayout storageLayout() {
+StorageLayout storageLayout(bool holdsObjects = !std::is_trivially_destructible_v<Storage>) {
     static_assert(alignof(Storage) <= alignof(std::max_align_t));
     StorageLayout layout{sizeof(Storage), alignof(Storage), [](void* storage) { new (storage) Storage(); }};
     if constexpr (!std::is_trivially_destructible_v<Storage>)
         layout.destroy = [](void* storage) { static_cast<Storage*>(storage)->~Storage(); };
+    layout.holdsObjects = holdsObjects;
     return layout;
 }
 

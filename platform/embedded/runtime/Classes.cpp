@@ -30,7 +30,7 @@ RuntimeClass* newRecord(const std::string& name, RuntimeClass* superclass) {
         record->instanceSize = superclass->instanceSize;
         record->storages = superclass->storages;
         record->hasInstanceVariables = superclass->hasInstanceVariables;
-        record->storesObjects = superclass->storesObjects;
+        record->holdsObjects = superclass->holdsObjects;
         superclass->subclasses.push_back(record);
     }
     initializeCache(record);
@@ -90,7 +90,7 @@ RuntimeClass* makeClass(const std::string& name, RuntimeClass* superclass,
     metaclass->isa = table.rootMetaclass;
     record->isa = metaclass;
 
-    if (storage.destroy) record->storesObjects = true;
+    if (storage.holdsObjects) record->holdsObjects = true;
     if (storage.size > 0)
         record->storages.push_back(
             {reserve(record, storage.size, storage.alignment), storage.construct, storage.destroy});

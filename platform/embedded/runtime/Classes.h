@@ -38,7 +38,7 @@ struct RuntimeClass : ClassRecord {
     std::vector<StorageSlot> storages;               // inherited ones first
     std::vector<InstanceVariable> instanceVariables; // its own
     bool hasInstanceVariables = false;               // inherited ones included
-    bool storesObjects = false;                      // whether destroying the storages may release objects
+    bool holdsObjects = false;                       // whether destroying the storages may release objects
     std::vector<Object*> protocols;                  // its own, not those of its superclass
     std::unordered_map<SEL, Method> methods;
     std::vector<RuntimeClass*> subclasses;

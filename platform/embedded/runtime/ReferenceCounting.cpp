@@ -38,7 +38,7 @@ void deallocate(Object* object) {
     // A reference stays counted, so that a dealloc that retains and releases its object does not begin anew.
     object->references.store(1, std::memory_order_relaxed);
     // What releases nothing when it goes, such as a number, nests nothing.
-    if (!classRecordOf(object)->storesObjects && lookUp(object, "dealloc"_sel) == rootDealloc)
+    if (!classRecordOf(object)->holdsObjects && lookUp(object, "dealloc"_sel) == rootDealloc)
         disposeInstance(object);
     else if (ThreadState* thread = ThreadState::current())
         thread->deallocate(object);
