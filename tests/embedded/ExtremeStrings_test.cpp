@@ -1,4 +1,5 @@
-// Extreme strings, which the embedded platform promises to get through in time and without exhausting anything.
+// Extreme strings, which the embedded platform promises to get through in time and without exhausting
+// anything.
 #include "PlatformTest.h"
 
 #include <string>
