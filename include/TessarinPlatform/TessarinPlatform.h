@@ -1,9 +1,11 @@
 // The whole platform as C++ sees it.
 #pragma once
 
+#include "TessarinPlatform/AudioComponent.h"
 #include "TessarinPlatform/AutoreleasePool.h"
 #include "TessarinPlatform/Definition.h"
 #include "TessarinPlatform/Exceptions.h"
+#include "TessarinPlatform/FourCharacterCodes.h"
 #include "TessarinPlatform/NSCharacterSet.h"
 #include "TessarinPlatform/NSDate.h"
 #include "TessarinPlatform/NSFileManager.h"
