@@ -22,9 +22,12 @@ inline NSString operator""_ns() {
     Object* string = detail::literalSlot<Text>.load(std::memory_order_acquire);
     if (!string) [[unlikely]] {
         string = runtime::makeConstantString(Text.view());
-        // Of two threads that come at once, one string is kept and the other never used.
-        Object* expected = nullptr;
-        if (!detail::literalSlot<Text>.compare_exchange_strong(expected, string)) string = expected;
+        // Of two threads that come at once, the string of the first is kept.
+        Object* kept = nullptr;
+        if (!detail::literalSlot<Text>.compare_exchange_strong(kept, string)) {
+            runtime::discardConstantString(string);
+            string = kept;
+        }
     }
     return NSString(NSObject(string));
 }

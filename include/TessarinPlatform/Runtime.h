@@ -58,6 +58,8 @@ TESSARIN_EXPORT void unlock(Object* object);
 // A string of the platform that lives as long as the process. Ill-formed text gives null.
 TESSARIN_EXPORT Object* makeConstantString(std::string_view utf8);
 TESSARIN_EXPORT Object* makeConstantString(std::u16string_view units);
+// Takes back one that nobody has seen yet. Null is allowed.
+TESSARIN_EXPORT void discardConstantString(Object* string);
 
 } // namespace runtime
 } // namespace tessarin

@@ -9,6 +9,7 @@ namespace tessarin {
 // They are never released, since nobody could tell when the last user of a literal is gone.
 Object* runtime::makeConstantString(std::string_view utf8) { return exactString(utf8).leak().object(); }
 Object* runtime::makeConstantString(std::u16string_view units) { return exactString(units).leak().object(); }
+void runtime::discardConstantString(Object* string) { release(string); }
 
 NSString homeDirectory() { return NSString(::NSHomeDirectory()); }
 

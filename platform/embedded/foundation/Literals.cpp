@@ -23,4 +23,10 @@ Object* makeConstantString(std::u16string_view units) {
     return units.empty() ? makeEmpty() : kept(embedded::newString(units));
 }
 
+void discardConstantString(Object* string) {
+    if (!string) return;
+    string->references.store(1, std::memory_order_relaxed);
+    release(string);
+}
+
 } // namespace tessarin::runtime

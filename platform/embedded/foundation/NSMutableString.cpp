@@ -14,16 +14,19 @@ void replaceCharacters(NSMutableString self, SEL selector, NSRange range, NSStri
     storage.replace(range, contentsOf(replacement));
 }
 
-// The storage, where every edit may go straight to it; null where a derived class has its say.
-StringStorage* editableStorage(NSMutableString self) {
-    if (self.object()->isa == "NSMutableString"_class.object()) return &storageOf<StringStorage>(self);
+StringStorage* editableStorageOfSubclass(NSMutableString self) {
     StringStorage* storage = directStorage(self);
     return storage && answersWith(self, "replaceCharactersInRange:withString:"_sel, replaceCharacters)
                ? storage
                : nullptr;
 }
+// The storage, where every edit may go straight to it; null where a derived class has its say.
+inline StringStorage* editableStorage(NSMutableString self) {
+    return self.object()->isa == "NSMutableString"_class.object() ? &storageOf<StringStorage>(self)
+                                                                  : editableStorageOfSubclass(self);
+}
 
-void append(NSMutableString self, StringView contents) {
+inline void append(NSMutableString self, StringView contents) {
     if (StringStorage* storage = editableStorage(self))
         storage->append(contents);
     else

@@ -50,7 +50,8 @@ private:
     static constexpr std::size_t size = 257;
     using Table = std::array<NSNumber, size>;
 
-    CommonNumbers()
+    // Once for the process, so not within every operation that looks here.
+    [[gnu::noinline]] CommonNumbers()
         : yes_(makeImmortalNumber(NumberValue::ofBoolean(true))),
           no_(makeImmortalNumber(NumberValue::ofBoolean(false))) {
         for (std::size_t index = 0; index < size; ++index) {
@@ -112,7 +113,7 @@ NSNumber initWith(NSNumber self, SEL, T value) {
 }
 
 // Apart from numberWith, which for a common number needs next to nothing.
-[[gnu::noinline]] id makeUncommonNumber(const NumberValue& value) {
+[[gnu::noinline]] id makeUncommonNumber(NumberValue value) {
     return id(runtime::autorelease(makeNumber(value)));
 }
 // A subclass may have its own way of taking the value, so it is asked.

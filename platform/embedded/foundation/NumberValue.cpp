@@ -60,8 +60,7 @@ std::string textOfReal(Real value, int digits) {
 
 } // namespace
 
-std::int64_t NumberValue::toInt64() const {
-    if (!isReal()) return integer;
+std::int64_t NumberValue::cutToInt64() const {
     if (!(real >= -twoTo63 && real < twoTo63)) return std::numeric_limits<std::int64_t>::min();
     return static_cast<std::int64_t>(real);
 }

@@ -35,7 +35,7 @@ struct NumberValue {
 
     // The value cut to an integer. What no int64 can hold gives the bit pattern 0x8000000000000000, as the
     // processors of the x86 family do; larger unsigned integers give their bits.
-    std::int64_t toInt64() const;
+    std::int64_t toInt64() const { return isReal() ? cutToInt64() : integer; }
     double toDouble() const;
     float toFloat() const; // the nearest
 
@@ -47,6 +47,8 @@ struct NumberValue {
     NSUInteger hash() const;
 
 private:
+    std::int64_t cutToInt64() const;
+
     static NumberValue ofInteger(NumberKind kind, std::int64_t value) {
         NumberValue result;
         result.kind = kind;

@@ -125,6 +125,10 @@ Implementation lookUpBeyondFirstEntry(Object* receiver, SEL selector) {
 }
 
 Implementation lookUpInClass(Object* classObject, SEL selector) {
+    const MethodCacheEntry& first =
+        runtimeClass(classObject)->cache.load(std::memory_order_acquire)->entryAt(selectorHash(selector));
+    if (first.selector.load(std::memory_order_acquire) == selector) [[likely]]
+        return first.implementation.load(std::memory_order_relaxed);
     if (const Implementation found = cachedImplementation(runtimeClass(classObject), selector)) return found;
     raiseFrom(NSInvalidArgumentException(), NSObject(classObject), selector,
               "instances of the class have no such method");

@@ -2,6 +2,8 @@
 
 #include "TessarinPlatform/NSObject.h"
 
+#include <algorithm>
+
 namespace tessarin::embedded {
 namespace {
 
@@ -30,13 +32,11 @@ ThreadState::~ThreadState() {
 
 void ThreadState::closePool(std::size_t begin) {
     // The last first; what dying objects autorelease meanwhile belongs to this pool as well.
-    while (autoreleased_.size() > begin) {
-        Object* object = autoreleased_.back();
-        autoreleased_.pop_back();
-        runtime::release(object);
-    }
-    if (autoreleased_.empty() && autoreleased_.capacity() > std::size_t{1} << 16) autoreleased_ = {};
+    while (count_ > begin) runtime::release(autoreleased_[--count_]);
+    if (count_ == 0 && autoreleased_.size() > std::size_t{1} << 16) autoreleased_ = {};
 }
+
+void ThreadState::makeRoom() { autoreleased_.resize(std::max<std::size_t>(2 * autoreleased_.size(), 64)); }
 
 void ThreadState::deallocate(Object* object) {
     if (depth_ == deepestDeallocation) {

@@ -18,8 +18,12 @@ public:
     ThreadState(const ThreadState&) = delete;
     ThreadState& operator=(const ThreadState&) = delete;
 
-    void autorelease(Object* object) { autoreleased_.push_back(object); }
-    std::size_t openPool() const { return autoreleased_.size(); }
+    void autorelease(Object* object) {
+        if (count_ == autoreleased_.size()) [[unlikely]]
+            makeRoom();
+        autoreleased_[count_++] = object;
+    }
+    std::size_t openPool() const { return count_; }
     void closePool(std::size_t begin);
 
     // Sends dealloc to an object that has no references left. Deallocations nest, since an object releases
@@ -34,7 +38,10 @@ private:
     // other objects are being destroyed.
     static constinit thread_local ThreadState* current_;
 
-    std::vector<Object*> autoreleased_; // of all pools, the innermost last
+    void makeRoom();
+
+    std::vector<Object*> autoreleased_; // of all pools, the innermost last, and room for more
+    std::size_t count_ = 0;
     std::vector<Object*> postponed_;
     std::size_t depth_ = 0;
 };

@@ -1,0 +1,34 @@
+#!/usr/bin/env bash
+# Builds the benchmarks for both platforms, runs the two programs by turns, and prints the ratios of
+# bench/targets.tsv. The number of rounds can be given:
+#
+#   tools/run_benchmarks.sh 9
+set -euo pipefail
+cd "$(dirname "$0")/.."
+rounds=${1:-5}
+
+tools/install_packages.sh g++ cmake ninja-build libbenchmark-dev qt6-base-dev gobjc libgnustep-base-dev python3
+
+for preset in bench bench-native; do
+    cmake --preset "$preset" >/dev/null
+    cmake --build --preset "$preset"
+done
+
+results=$(mktemp -d)
+trap 'rm -rf "$results"' EXIT
+runs=()
+run() { # preset, platform, round, filter
+    local result=$results/$2-$3.json
+    "build/$1/bench/tessarin_benchmarks" --benchmark_filter="$4" --benchmark_min_time=0.05 \
+        --benchmark_repetitions=3 --benchmark_enable_random_interleaving=true \
+        --benchmark_out="$result" --benchmark_out_format=json >"$results/log" 2>&1 || { cat "$results/log"; exit 1; }
+    runs+=("$2=$result")
+}
+for ((round = 1; round <= rounds; ++round)); do
+    echo "Round $round of $rounds"
+    run bench embedded "$round" .
+    run bench-native native "$round" StreamFormat/Array
+done
+
+echo
+bench/print_ratios.py bench/targets.tsv "${runs[@]}"
