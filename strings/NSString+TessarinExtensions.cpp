@@ -92,32 +92,28 @@ NSString pathRelativeToDirectory(NSString self, SEL, NSString directory) {
 
 // ---- The parent directory of paths ----
 
-NSUInteger countOfCommonComponents(NSArray reference, const std::vector<NSArray>& parents) {
+// How many leading components two paths share, at most `limit`; the last of the second does not count.
+NSUInteger countOfCommonComponents(NSArray first, NSArray second, NSUInteger limit) {
+    limit = std::min(limit, second.count() - 1);
     NSUInteger count = 0;
-    for (; count < reference.count(); ++count) {
-        const NSString component = reference.objectAtIndex(count);
-        const bool isCommon = std::ranges::all_of(
-            parents, [&](NSArray parent) { return component.isEqualToString(parent.objectAtIndex(count)); });
-        if (!isCommon) break;
-    }
+    while (count < limit
+           && as<NSString>(first.objectAtIndex(count)).isEqualToString(second.objectAtIndex(count)))
+        ++count;
     return count;
 }
 
 // Without the release scope and the catching. The result is autoreleased.
 NSString commonParentDirectory(Class self, NSArray paths) {
-    std::vector<NSArray> parents;
-    parents.reserve(paths.count());
+    NSArray shortest;
+    NSUInteger common = 0;
     for (NSString path : paths) {
         const NSArray components = path.stringByExpandingTildeInPath().pathComponents();
         // One empty path decides, whatever the others are.
         if (components.count() == 0) return send<NSString>(self, "string"_sel);
-        parents.push_back(components.subarrayWithRange({0, components.count() - 1}));
+        common = shortest ? countOfCommonComponents(shortest, components, common) : components.count() - 1;
+        if (!shortest || components.count() < shortest.count()) shortest = components;
     }
-    if (parents.empty()) return nil;
-
-    const NSArray shortest = *std::ranges::min_element(parents, {}, &NSArray::count);
-    if (shortest.count() == 0) return nil;
-    const NSUInteger common = countOfCommonComponents(shortest, parents);
+    if (shortest.count() < 2) return nil; // there is none, or it lies nowhere
     if (common == 0) return send<NSString>(self, "string"_sel);
     return send<NSString>(self, "stringWithString:"_sel,
                           NSString::pathWithComponents(shortest.subarrayWithRange({0, common})));

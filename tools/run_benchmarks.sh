@@ -11,7 +11,7 @@ tools/install_packages.sh g++ cmake ninja-build libbenchmark-dev qt6-base-dev go
 
 for preset in bench bench-native; do
     cmake --preset "$preset" >/dev/null
-    cmake --build --preset "$preset"
+    cmake --build --preset "$preset" -- --quiet
 done
 
 results=$(mktemp -d)

@@ -1,4 +1,5 @@
 #include "platform/embedded/foundation/DictionaryStorage.h"
+#include "platform/embedded/foundation/StringStorage.h"
 
 #include "TessarinPlatform/Exceptions.h"
 
@@ -119,6 +120,13 @@ std::vector<DictionaryEntry> DictionaryStorage::takeAll() {
     return std::exchange(entries_, {});
 }
 
+bool areEqual(NSObject key, NSObject candidate) {
+    const Object* stringClass = "NSString"_class.object();
+    if (key.object()->isa == stringClass && candidate.object()->isa == stringClass)
+        return equalUnits(storageOf<StringStorage>(key).view(), storageOf<StringStorage>(candidate).view());
+    return key.isEqual(candidate);
+}
+
 std::size_t findEntry(NSDictionary dictionary, NSObject key, NSUInteger hash) {
     const DictionaryStorage& storage = storageOf<DictionaryStorage>(dictionary);
     DictionaryStorage::Candidates candidates(storage, hash);
@@ -127,7 +135,7 @@ std::size_t findEntry(NSDictionary dictionary, NSObject key, NSUInteger hash) {
         const NSObject candidate = storage.entry(index).key;
         if (candidate == key) return index;
         const unsigned long mutations = storage.mutations;
-        const bool isFound = key.isEqual(candidate);
+        const bool isFound = areEqual(key, candidate);
         if (storage.mutations != mutations) runtime::raiseMutation(dictionary.object());
         if (isFound) return index;
     }

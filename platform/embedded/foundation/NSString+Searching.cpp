@@ -214,17 +214,18 @@ NSArray componentsSeparatedByString(NSString self, SEL selector, NSString separa
     rejectNil(separator, self, selector);
     const Contents text = contentsOf(self);
     const Contents between = contentsOf(separator);
-    std::vector<NSRange> parts;
-    std::size_t start = 0;
-    if (!between.isEmpty()) {
-        for (const std::size_t place : findAll(text, between)) {
-            parts.push_back({start, place - start});
-            start = place + between.length();
-        }
-    }
-    if (parts.empty()) {
+    const std::vector<std::size_t> places =
+        between.isEmpty() ? std::vector<std::size_t>() : findAll(text, between);
+    if (places.empty()) {
         const Retained<NSString> whole = adopt<NSString>(self.copy());
         return NSArray::arrayWithObject(whole);
+    }
+    std::vector<NSRange> parts;
+    parts.reserve(places.size() + 1);
+    std::size_t start = 0;
+    for (const std::size_t place : places) {
+        parts.push_back({start, place - start});
+        start = place + between.length();
     }
     parts.push_back({start, text.length() - start});
     return substrings(text, parts);
