@@ -102,12 +102,18 @@ NSUInteger countOfCommonComponents(NSArray first, NSArray second, NSUInteger lim
     return count;
 }
 
+// What a path makes on the way is released at once, so that many paths take no more memory than a few.
+Retained<NSArray> expandedComponents(NSString path) {
+    const AutoreleasePool pool;
+    return retain(path.stringByExpandingTildeInPath().pathComponents());
+}
+
 // Without the release scope and the catching. The result is autoreleased.
 NSString commonParentDirectory(Class self, NSArray paths) {
-    NSArray shortest;
+    Retained<NSArray> shortest;
     NSUInteger common = 0;
     for (NSString path : paths) {
-        const NSArray components = path.stringByExpandingTildeInPath().pathComponents();
+        const Retained<NSArray> components = expandedComponents(path);
         // One empty path decides, whatever the others are.
         if (components.count() == 0) return send<NSString>(self, "string"_sel);
         common = shortest ? countOfCommonComponents(shortest, components, common) : components.count() - 1;
