@@ -1,17 +1,20 @@
-// Strings: relations between paths, key paths, trimming.
+// Strings: relations between paths, key paths, trimming, file names, quantities.
 //
 // None of these operations touches the file system; a path is a plain string with "/" as its separator. They
-// keep no state, and any of them may run on any thread at the same time as any other. Results are
-// autoreleased.
+// keep no state but the constants that the file-name operations make once, and any of them may run on any
+// thread at the same time as any other. Results are autoreleased.
 #pragma once
 
 #include "TessarinPlatform/detail/LibraryAnchor.h"
 
 #if defined(__OBJC__)
 
+#    include "TessarinPlatform/AudioTypes.h" // UInt16
+
 #    import <Foundation/NSArray.h>
 #    import <Foundation/NSCharacterSet.h>
 #    import <Foundation/NSString.h>
+#    import <Foundation/NSValue.h>
 
 @interface NSString (TessarinExtensions)
 
@@ -20,12 +23,30 @@
 + (NSString*)tessarin_keyPathWithComponents:(NSString*)first, ...;
 - (NSString*)tessarin_stringByTrimmingLeadingCharactersInSet:(NSCharacterSet*)set;
 
++ (NSCharacterSet*)tessarin_fileNameIllegalCharacters;
++ (NSCharacterSet*)tessarin_fileNameReservedCharacters;
++ (NSString*)tessarin_escapingFileNameCharacter;
+- (BOOL)tesarin_containsFileNameIllegalCharacters; // one letter short, which is meant
+- (BOOL)tessarin_containsFileNameReservedCharacters;
+- (NSString*)tessarin_fileNameByReplacingIllegalCharacters;
+- (NSString*)tessarin_fileNameByAddingPercentEscapesUsingEncoding:(NSStringEncoding)encoding;
+- (NSString*)tessarin_fileNameByReplacingPercentEscapesUsingEncoding:(NSStringEncoding)encoding;
+
++ (NSString*)tessarin_stringWithFileSize:(NSNumber*)size
+                                  ofUnit:(UInt16)unit
+                            forPrecision:(NSUInteger)precision
+                                longUnit:(BOOL)longUnit
+                          separateSuffix:(BOOL)separateSuffix;
++ (NSString*)tessarin_timeStringWithSeconds:(int64_t)seconds;
+
 @end
 
 #else
 
+#    include "TessarinPlatform/AudioTypes.h"
 #    include "TessarinPlatform/NSArray.h"
 #    include "TessarinPlatform/NSCharacterSet.h"
+#    include "TessarinPlatform/NSNumber.h"
 #    include "TessarinPlatform/NSString.h"
 
 // The receiver, a path, relative to a directory. The receiver itself comes back when the directory or the
@@ -91,5 +112,102 @@ tessarin::NSString tessarin_keyPathWithComponents(tessarin::NSString first, cons
 //   tessarin_stringByTrimmingLeadingCharactersInSet("///a/b"_ns, slashes)   // a/b
 TESSARIN_EXPORT tessarin::NSString
 tessarin_stringByTrimmingLeadingCharactersInSet(tessarin::NSString string, tessarin::NSCharacterSet set);
+
+// ---- Characters of file names
+//
+// The three rules are class operations. The operations on a string ask the receiver's class for them, so that
+// a class derived from NSString may have rules of its own. NSString's are made once and kept.
+
+// " * . / : < > ? \ |: the full stop is one of them, which is meant.
+TESSARIN_EXPORT tessarin::NSCharacterSet tessarin_fileNameIllegalCharacters();
+TESSARIN_EXPORT tessarin::NSCharacterSet tessarin_fileNameIllegalCharacters(tessarin::Class receiver);
+// The space and " # $ % & + , / : ; < = > ? @ [ \ ] ^ ` { | }
+TESSARIN_EXPORT tessarin::NSCharacterSet tessarin_fileNameReservedCharacters();
+TESSARIN_EXPORT tessarin::NSCharacterSet tessarin_fileNameReservedCharacters(tessarin::Class receiver);
+// What stands for an illegal character: "-".
+TESSARIN_EXPORT tessarin::NSString tessarin_escapingFileNameCharacter();
+TESSARIN_EXPORT tessarin::NSString tessarin_escapingFileNameCharacter(tessarin::Class receiver);
+
+// Whether any character of the receiver is illegal. The name is one letter short, which is meant.
+TESSARIN_EXPORT bool tesarin_containsFileNameIllegalCharacters(tessarin::NSString name);
+// Whether any character of the receiver is reserved.
+TESSARIN_EXPORT bool tessarin_containsFileNameReservedCharacters(tessarin::NSString name);
+
+// The receiver with every illegal character replaced, one for one. The receiver itself when it has none.
+//
+//   tessarin_fileNameByReplacingIllegalCharacters("a/b:c.wav"_ns)   // a-b-c-wav
+TESSARIN_EXPORT tessarin::NSString tessarin_fileNameByReplacingIllegalCharacters(tessarin::NSString name);
+
+// The receiver with percent escapes, in upper-case digits, for each byte that the encoding has for a
+// character: for the 24 reserved characters of NSString, whatever the receiver's class reserves, and for
+// every character that cannot stand in a URL, above all those outside ASCII. The percent sign itself becomes
+// %25.
+//
+// The receiver itself when none of its characters is reserved, also when others cannot stand in a URL and
+// whatever the encoding; this is meant. nil for an encoding that the platform does not have and for a
+// character to be escaped that the encoding cannot represent.
+//
+//   tessarin_fileNameByAddingPercentEscapesUsingEncoding("a b"_ns, NSUTF8StringEncoding)   // a%20b
+TESSARIN_EXPORT tessarin::NSString
+tessarin_fileNameByAddingPercentEscapesUsingEncoding(tessarin::NSString name,
+                                                     tessarin::NSStringEncoding encoding);
+
+// The receiver with every percent escape replaced by what its bytes say in the encoding; adjacent escapes are
+// read together. All other characters stay as they are. nil for an encoding that the platform does not have,
+// for a percent sign without two hexadecimal digits, and for bytes that are no text in the encoding.
+//
+//   tessarin_fileNameByReplacingPercentEscapesUsingEncoding("a%20b"_ns, NSUTF8StringEncoding)   // a b
+TESSARIN_EXPORT tessarin::NSString
+tessarin_fileNameByReplacingPercentEscapesUsingEncoding(tessarin::NSString name,
+                                                        tessarin::NSStringEncoding encoding);
+
+// ---- Quantities
+
+// A size in bytes, in units of 1024 to the power `unit`, with at most `precision` fraction digits, as a new
+// string of the receiving class. A nil size is 0.
+//
+// The unit 65535 stands for the largest in which the size is more than 1, or bytes: 1024 bytes stay bytes,
+// 1025 are 1.0009765625 kB. The number is written by the platform's number formatter: rounded half to even,
+// no trailing zeros, no grouping, the decimal separator of the user's locale. nil when it cannot be.
+//
+// The suffix is the separator (a space if `separateSuffix`, nothing otherwise), the prefix (none, k, M, G, T,
+// P, E, Z, Y, or with `longUnit` none, kilo, mega, ... yotta) and the unit: "B", or with `longUnit` "byte"
+// for a number that is less than 2 before it is rounded and "bytes" otherwise. In the short form the units 9
+// to 17 give the prefixes of the long form, which is meant. A unit above 17, or above 8 with `longUnit`,
+// raises NSRangeException; the unit that is chosen by the size never does.
+//
+//   tessarin_stringWithFileSize_ofUnit_forPrecision_longUnit_separateSuffix(
+//       NSNumber::numberWithInt(1536), 65535, 1, false, true)   // 1.5 kB
+TESSARIN_EXPORT tessarin::NSString tessarin_stringWithFileSize_ofUnit_forPrecision_longUnit_separateSuffix(
+    tessarin::NSNumber size, tessarin::UInt16 unit, tessarin::NSUInteger precision, bool longUnit,
+    bool separateSuffix);
+TESSARIN_EXPORT tessarin::NSString tessarin_stringWithFileSize_ofUnit_forPrecision_longUnit_separateSuffix(
+    tessarin::Class receiver, tessarin::NSNumber size, tessarin::UInt16 unit, tessarin::NSUInteger precision,
+    bool longUnit, bool separateSuffix);
+template <tessarin::HandleType Receiver>
+Receiver tessarin_stringWithFileSize_ofUnit_forPrecision_longUnit_separateSuffix(
+    tessarin::NSNumber size, tessarin::UInt16 unit, tessarin::NSUInteger precision, bool longUnit,
+    bool separateSuffix) {
+    return Receiver(static_cast<tessarin::NSObject>(
+        tessarin_stringWithFileSize_ofUnit_forPrecision_longUnit_separateSuffix(
+            Receiver::classObject(), size, unit, precision, longUnit, separateSuffix)));
+}
+
+// A duration as minutes and seconds, or from 3660 seconds on as hours, minutes and seconds, as a new string
+// of the receiving class. An hour is shown as 60 : 00, up to 60 : 59, which is meant. From 3,600,000 seconds,
+// 1000 hours, on it is the constant string "999:59:59", whatever class is asked. Each negative field has a
+// minus sign of its own.
+//
+//   tessarin_timeStringWithSeconds(61)      // 1 : 01
+//   tessarin_timeStringWithSeconds(3660)    // 1 : 01 : 00
+//   tessarin_timeStringWithSeconds(-65)     // -1 : -5
+TESSARIN_EXPORT tessarin::NSString tessarin_timeStringWithSeconds(std::int64_t seconds);
+TESSARIN_EXPORT tessarin::NSString tessarin_timeStringWithSeconds(tessarin::Class receiver,
+                                                                  std::int64_t seconds);
+template <tessarin::HandleType Receiver>
+Receiver tessarin_timeStringWithSeconds(std::int64_t seconds) {
+    return Receiver(
+        static_cast<tessarin::NSObject>(tessarin_timeStringWithSeconds(Receiver::classObject(), seconds)));
+}
 
 #endif

@@ -5,3 +5,5 @@
 #include "TessarinFoundation/NSString+TessarinExtensions.h"
 #include "TessarinFoundation/NSURL+TessarinExtensions.h"
 #include "TessarinFoundation/TSSRAudio.h"
+#include "TessarinFoundation/TSSRTransformedValue.h"
+#include "TessarinFoundation/TSSRUniqueIndexer.h"

@@ -21,6 +21,7 @@
 namespace tessarin {
 #    endif
 
+typedef uint16_t UInt16;
 typedef uint32_t UInt32;
 typedef int32_t OSStatus; // 0 is success
 typedef uint32_t OSType;  // four 8-bit characters, the first in the most significant byte

@@ -39,6 +39,14 @@ NSString NSString::stringWithFormat(NSString format, const Arguments&... argumen
 
 inline NSString NSObject::description() const { return send<NSString>(*this, "description"_sel); }
 
+inline id NSObject::valueForKey(NSString key) const { return send<id>(*this, "valueForKey:"_sel, key); }
+inline id NSObject::valueForKeyPath(NSString keyPath) const {
+    return send<id>(*this, "valueForKeyPath:"_sel, keyPath);
+}
+inline void NSObject::setValue_forKey(NSObject value, NSString key) const {
+    send<void>(*this, "setValue:forKey:"_sel, value, key);
+}
+
 } // namespace tessarin
 
 #include "TessarinPlatform/detail/NSString-messages.h"

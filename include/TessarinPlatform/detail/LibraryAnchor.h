@@ -15,6 +15,14 @@ TESSARIN_EXPORT extern const char tessarin_libraryAnchor;
 }
 #endif
 
+// Before the interface of a class that the library makes when it is loaded: Apple's linker then looks for no
+// symbol of it. There such a class can be neither extended nor derived from by compiled Objective-C.
+#if defined(__OBJC__) && defined(__APPLE__)
+#    define TESSARIN_DEFINED_AT_RUN_TIME __attribute__((objc_runtime_visible))
+#else
+#    define TESSARIN_DEFINED_AT_RUN_TIME
+#endif
+
 #if defined(__GNUC__)
 __attribute__((used)) static const char* const tessarin_libraryReference = &tessarin_libraryAnchor;
 #endif

@@ -48,6 +48,15 @@ public:
     [[nodiscard]] id copy() const;
     [[nodiscard]] id mutableCopy() const;
 
+    // Key-value coding: the value of the operation or instance variable of that name. A number for a value
+    // that is no object. A name that the object knows nothing of raises NSUndefinedKeyException().
+    id valueForKey(NSString key) const;
+    // The same along keys that are parted by full stops.
+    id valueForKeyPath(NSString keyPath) const;
+    // By the operation set<Key>:, or into the instance variable _<key>, _is<Key>, <key> or is<Key>, where an
+    // object is retained and the one before released.
+    void setValue_forKey(NSObject value, NSString key) const;
+
     // Reference counting by hand. Retained<T> does it in types and is to be preferred.
     NSUInteger retainCount() const;
 

@@ -1,0 +1,65 @@
+// NSIndexSet: an immutable set of indexes from 0 to NSNotFound - 1, in their order.
+#pragma once
+
+#include "TessarinPlatform/detail/NSString-class.h"
+
+namespace tessarin {
+
+class NSIndexSet : public Handle<NSIndexSet, "NSIndexSet", NSObject> {
+public:
+    using Handle::Handle;
+
+    static NSIndexSet indexSet() { return send<NSIndexSet>(classObject(), "indexSet"_sel); }
+    // NSNotFound and anything above it raises NSInvalidArgumentException.
+    static NSIndexSet indexSetWithIndex(NSUInteger index) {
+        return send<NSIndexSet>(classObject(), "indexSetWithIndex:"_sel, index);
+    }
+    static NSIndexSet indexSetWithIndexesInRange(NSRange range) {
+        return send<NSIndexSet>(classObject(), "indexSetWithIndexesInRange:"_sel, range);
+    }
+
+    [[nodiscard]] NSIndexSet init() const { return send<NSIndexSet>(*this, "init"_sel); }
+    [[nodiscard]] NSIndexSet initWithIndex(NSUInteger index) const {
+        return send<NSIndexSet>(*this, "initWithIndex:"_sel, index);
+    }
+    [[nodiscard]] NSIndexSet initWithIndexesInRange(NSRange range) const {
+        return send<NSIndexSet>(*this, "initWithIndexesInRange:"_sel, range);
+    }
+    [[nodiscard]] NSIndexSet initWithIndexSet(NSIndexSet other) const {
+        return send<NSIndexSet>(*this, "initWithIndexSet:"_sel, other);
+    }
+
+    NSUInteger count() const { return send<NSUInteger>(*this, "count"_sel); }
+    bool containsIndex(NSUInteger index) const {
+        return send<BOOL>(*this, "containsIndex:"_sel, index) != NO;
+    }
+    bool containsIndexesInRange(NSRange range) const {
+        return send<BOOL>(*this, "containsIndexesInRange:"_sel, range) != NO;
+    }
+    bool containsIndexes(NSIndexSet other) const {
+        return send<BOOL>(*this, "containsIndexes:"_sel, other) != NO;
+    }
+    bool isEqualToIndexSet(NSIndexSet other) const {
+        return send<BOOL>(*this, "isEqualToIndexSet:"_sel, other) != NO;
+    }
+
+    // NSNotFound where there is none.
+    NSUInteger firstIndex() const { return send<NSUInteger>(*this, "firstIndex"_sel); }
+    NSUInteger lastIndex() const { return send<NSUInteger>(*this, "lastIndex"_sel); }
+    NSUInteger indexGreaterThanIndex(NSUInteger index) const {
+        return send<NSUInteger>(*this, "indexGreaterThanIndex:"_sel, index);
+    }
+    NSUInteger indexGreaterThanOrEqualToIndex(NSUInteger index) const {
+        return send<NSUInteger>(*this, "indexGreaterThanOrEqualToIndex:"_sel, index);
+    }
+    NSUInteger indexLessThanIndex(NSUInteger index) const {
+        return send<NSUInteger>(*this, "indexLessThanIndex:"_sel, index);
+    }
+    NSUInteger indexLessThanOrEqualToIndex(NSUInteger index) const {
+        return send<NSUInteger>(*this, "indexLessThanOrEqualToIndex:"_sel, index);
+    }
+};
+
+} // namespace tessarin
+
+#include "TessarinPlatform/NSString.h"
