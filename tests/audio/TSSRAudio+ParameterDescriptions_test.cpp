@@ -371,7 +371,7 @@ TEST_F(ParameterDescriptionTest, NumbersSurviveWhenTheWritersElementsArePutInThe
 
 TEST_F(ParameterDescriptionTest, ReadsAStoredDescriptionInTheReadersLayout) {
     const NSData data = NSData::dataWithContentsOfFile(
-        NSString(std::string(TESSARIN_TEST_DATA "/audio/parameter-description-readers-layout.plist")));
+        NSString(testFile("data/audio/parameter-description-readers-layout.plist")));
     ASSERT_TRUE(data);
     const NSArray array = NSPropertyListSerialization::propertyListWithData_options_format_error(
         data, NSPropertyListImmutable, nullptr, nullptr);
@@ -388,8 +388,8 @@ TEST_F(ParameterDescriptionTest, ReadsAStoredDescriptionInTheReadersLayout) {
 }
 
 TEST_F(ParameterDescriptionTest, WritesTheStoredDescription) {
-    const NSData data = NSData::dataWithContentsOfFile(
-        NSString(std::string(TESSARIN_TEST_DATA "/audio/parameter-description.plist")));
+    const NSData data =
+        NSData::dataWithContentsOfFile(NSString(testFile("data/audio/parameter-description.plist")));
     ASSERT_TRUE(data);
     const NSArray stored = NSPropertyListSerialization::propertyListWithData_options_format_error(
         data, NSPropertyListImmutable, nullptr, nullptr);

@@ -141,7 +141,7 @@ TEST_F(StreamFormatTest, SurvivesABinaryPropertyList) {
 TEST_F(StreamFormatTest, ReadsStoredFormats) {
     for (const char* name : {"stream-format.plist", "stream-format-binary.plist"}) {
         const NSData data =
-            NSData::dataWithContentsOfFile(NSString(std::string(TESSARIN_TEST_DATA "/audio/") + name));
+            NSData::dataWithContentsOfFile(NSString(testFile(std::string("data/audio/") + name)));
         ASSERT_TRUE(data) << name;
         const NSArray array = NSPropertyListSerialization::propertyListWithData_options_format_error(
             data, NSPropertyListImmutable, nullptr, nullptr);

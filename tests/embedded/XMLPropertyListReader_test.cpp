@@ -182,8 +182,7 @@ TEST_F(XMLPropertyListReaderTest, EveryMalformedDocumentHasAProblemAndALine) {
 }
 
 TEST_F(XMLPropertyListReaderTest, ADocumentCutAnywhereIsAProblemAndNoCrash) {
-    const std::string path =
-        std::string(TESSARIN_TEST_DATA) + "/../../fuzz/corpus/XMLPropertyList/everything.plist";
+    const std::string path = testFile("../fuzz/corpus/XMLPropertyList/everything.plist");
     std::ifstream file(path, std::ios::binary);
     const std::string document{std::istreambuf_iterator<char>(file), {}};
     const std::size_t end = document.rfind("</plist>") + 8;

@@ -23,6 +23,8 @@ int openTemporaryFile() {
 
 } // namespace
 
+std::string testFile(std::string_view name) { return std::string(TESSARIN_TESTS_DIRECTORY "/").append(name); }
+
 CapturedStandardError::CapturedStandardError() : file_(openTemporaryFile()), original_(dup(standardError)) {
     std::fflush(stderr);
     dup2(file_, standardError);

@@ -6,9 +6,13 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tessarin::testing {
+
+// The path of a file that belongs to the tests: testFile("data/audio/parameter-description.plist").
+std::string testFile(std::string_view name);
 
 // Keeps an autorelease pool open for each test.
 class PlatformTest : public ::testing::Test {

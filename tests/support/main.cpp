@@ -1,7 +1,6 @@
 // Runs all tests of a program and judges their outcomes by the table of known differences.
 #include "KnownDifferences.h"
-
-#include "TessarinPlatform/AutoreleasePool.h"
+#include "PlatformTest.h"
 
 #include <gtest/gtest.h>
 
@@ -44,13 +43,14 @@ int main(int argumentCount, char** arguments) {
     if (GTEST_FLAG_GET(list_tests)) return result;
 
     const ::testing::UnitTest& program = *::testing::UnitTest::GetInstance();
-    std::ifstream file(TESSARIN_KNOWN_DIFFERENCES);
+    const std::string path = tessarin::testing::testFile("known_differences.tsv");
+    std::ifstream file(path);
     const KnownDifferenceTable table = readKnownDifferences(file);
     Judgement judgement =
         judge(outcomesOf(program), rowsOf(table, TESSARIN_TEST_PLATFORM, TESSARIN_TEST_EXECUTABLE));
     for (const std::string& error : table.errors)
         judgement.lines.push_back("known_differences.tsv: " + error);
-    if (!file.eof()) judgement.lines.push_back("cannot read " TESSARIN_KNOWN_DIFFERENCES);
+    if (!file.eof()) judgement.lines.push_back("cannot read " + path);
     if (program.test_to_run_count() == 0) judgement.lines.push_back("no test was run");
     const bool isAcceptable =
         judgement.isAcceptable && table.errors.empty() && file.eof() && program.test_to_run_count() > 0;
