@@ -7,7 +7,8 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 rounds=${1:-5}
 
-tools/install_packages.sh g++ cmake ninja-build libbenchmark-dev qt6-base-dev gobjc libgnustep-base-dev python3
+tools/install_packages.sh g++ cmake ninja-build libbenchmark-dev libboost-dev libroaring-dev qt6-base-dev gobjc \
+    libgnustep-base-dev python3
 
 for preset in bench bench-native; do
     cmake --preset "$preset" >/dev/null
@@ -27,7 +28,7 @@ run() { # preset, platform, round, filter
 for ((round = 1; round <= rounds; ++round)); do
     echo "Round $round of $rounds"
     run bench embedded "$round" .
-    run bench-native native "$round" StreamFormat/Array
+    run bench-native native "$round" 'StreamFormat/Array|UniqueIndexer/Library'
 done
 
 echo

@@ -115,6 +115,63 @@ static void checkComponentIdentity(void) {
     CHECK_TEXT(TSSRErrorDomain, @"Tessarin Error Domain");
 }
 
+// A class of the application, compiled against the library's.
+@interface ChannelNumbers : TSSRUniqueIndexer {
+    NSUInteger lockCount;
+}
+- (NSUInteger)lockCount;
+- (BOOL)keepsItsVariables;
+@end
+
+@implementation ChannelNumbers
+- (void)lock {
+    ++lockCount;
+    [super lock];
+}
+- (NSUInteger)lockCount {
+    return lockCount;
+}
+- (BOOL)keepsItsVariables {
+    return tsrpriv_usedIndexes == [self usedIndexes] && tsrpriv_freedIndexes == [self freedIndexes] &&
+           [tsrpriv_lock isKindOfClass:[NSLock class]] && tsrpriv_shouldLock == [self shouldLock];
+}
+@end
+
+static void checkUniqueIndexer(void) {
+    TSSRUniqueIndexer *indexer = [[TSSRUniqueIndexer alloc] init];
+    CHECK([indexer firstAvailableIndex] == NSNotFound);
+    CHECK([indexer availableIndexesOfCount:3] == nil);
+    CHECK([indexer registerIndex:4] == 4);
+    CHECK([indexer registerIndex:4] == 5);
+    CHECK([indexer registerIndex:-1] == 6);
+    CHECK([indexer freeIndex:5] == YES);
+    CHECK([indexer freeIndex:5] == NO);
+    CHECK([indexer firstUsedIndex] == 4);
+    CHECK([indexer lastUsedIndex] == 6);
+    CHECK([indexer firstAvailableIndex] == 5);
+    CHECK([[indexer availableIndexesOfCount:9] isEqual:[NSIndexSet indexSetWithIndex:5]]);
+    CHECK([[indexer freedIndexes] containsIndex:5]);
+    CHECK([[indexer usedIndexes] count] == 2);
+    CHECK([indexer shouldLock] == YES);
+    [indexer lock];
+    [indexer unlock];
+    [indexer freeAllIndexes];
+    [indexer setShouldLock:NO];
+    CHECK([indexer shouldLock] == NO);
+    CHECK_RAISES(NSInvalidArgumentException, [indexer registerIndex:NSNotFound]);
+    [indexer release];
+
+    ChannelNumbers *numbers = [[ChannelNumbers alloc] init];
+    CHECK([numbers keepsItsVariables]);
+    CHECK([numbers lockCount] == 0);
+    CHECK([numbers registerIndex:0] == 0);
+    CHECK([numbers registerIndex:0] == 1);
+    CHECK([numbers lockCount] == 3);
+    [numbers setShouldLock:NO];
+    CHECK([numbers keepsItsVariables]);
+    [numbers release];
+}
+
 int main(void) {
     NSAutoreleasePool *pool = [[NSAutoreleasePool alloc] init];
     checkPaths();
@@ -123,6 +180,7 @@ int main(void) {
     checkStreamFormats();
     checkParameterDescriptions();
     checkComponentIdentity();
+    checkUniqueIndexer();
     const int exitCode = closeChecks();
     [pool release];
     return exitCode;

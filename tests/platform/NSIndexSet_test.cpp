@@ -33,7 +33,7 @@ TEST_F(NSIndexSetTest, AnEmptySetHasNoFirstAndNoLastIndex) {
 }
 
 TEST_F(NSIndexSetTest, HoldsOneIndex) {
-    for (const NSUInteger index : {NSUInteger{0}, NSUInteger{64}, highestIndex}) {
+    for (const NSUInteger index : {NSUInteger{0}, NSUInteger{64}, NSUInteger{1} << 62}) {
         const NSIndexSet set = NSIndexSet::indexSetWithIndex(index);
         EXPECT_EQ(set.count(), 1u);
         EXPECT_EQ(set.firstIndex(), index);
@@ -42,6 +42,13 @@ TEST_F(NSIndexSetTest, HoldsOneIndex) {
         EXPECT_FALSE(set.containsIndex(index + 1));
         EXPECT_FALSE(set.containsIndex(index - 1));
     }
+}
+
+TEST_F(NSIndexSetTest, HoldsTheHighestIndex) {
+    const NSIndexSet set = NSIndexSet::indexSetWithIndex(highestIndex);
+    EXPECT_EQ(set.count(), 1u);
+    EXPECT_EQ(set.firstIndex(), highestIndex);
+    EXPECT_TRUE(set.containsIndex(highestIndex));
 }
 
 TEST_F(NSIndexSetTest, HoldsARange) {
@@ -91,7 +98,6 @@ TEST_F(NSIndexSetTest, FindsTheNeighboursOfAnIndex) {
     EXPECT_EQ(set.indexGreaterThanOrEqualToIndex(3), 3u);
     EXPECT_EQ(set.indexGreaterThanOrEqualToIndex(4), 10u);
     EXPECT_EQ(set.indexGreaterThanOrEqualToIndex(notFound), notFound);
-    EXPECT_EQ(set.indexLessThanIndex(notFound), far);
     EXPECT_EQ(set.indexLessThanIndex(far), 12u);
     EXPECT_EQ(set.indexLessThanIndex(12), 11u);
     EXPECT_EQ(set.indexLessThanIndex(10), 3u);
@@ -99,6 +105,10 @@ TEST_F(NSIndexSetTest, FindsTheNeighboursOfAnIndex) {
     EXPECT_EQ(set.indexLessThanIndex(0), notFound);
     EXPECT_EQ(set.indexLessThanOrEqualToIndex(3), 3u);
     EXPECT_EQ(set.indexLessThanOrEqualToIndex(2), notFound);
+}
+
+TEST_F(NSIndexSetTest, TheLastIndexIsBeforeNSNotFound) {
+    EXPECT_EQ(mixedSet().indexLessThanIndex(notFound), NSUInteger{1} << 62);
 }
 
 TEST_F(NSIndexSetTest, ContainsARangeWhenItContainsAllOfIt) {

@@ -272,7 +272,8 @@ TEST_F(NSMutableIndexSetTest, RangesOfAnyLengthAreExact) {
             ASSERT_EQ(set_.containsIndex(ends[piece + 1] - 1), isMember[piece]) << round;
         }
         ASSERT_EQ(set_.count(), count) << round;
-        ASSERT_EQ(set_.containsIndexesInRange(range), isAdded || range.length == 0) << round;
+        if (range.length == 0) continue;
+        ASSERT_EQ(set_.containsIndexesInRange(range), isAdded) << round;
     }
 }
 

@@ -22,8 +22,9 @@ IndexSetNode* allocated(void* memory) {
 } // namespace
 
 IndexSetNode* IndexSetNode::make(Index base, unsigned shift) {
-    return new (allocated(std::malloc(sizeWith(1))))
-        IndexSetNode{base, 0, 0, static_cast<std::uint8_t>(shift), 1};
+    const std::uint8_t capacity = shift == leafShift ? 1 : 2;
+    return new (allocated(std::malloc(sizeWith(capacity))))
+        IndexSetNode{base, 0, 0, static_cast<std::uint8_t>(shift), capacity, 0};
 }
 
 IndexSetNode* IndexSetNode::makeAround(Index first, Index last) {
@@ -38,11 +39,11 @@ IndexSetNode* IndexSetNode::makeAround(Index first, Index last) {
 
 IndexSetNode* IndexSetNode::clone(const IndexSetNode* node) {
     if (!node) return nullptr;
-    const auto storedCount = static_cast<unsigned>(std::popcount(node->stored));
-    const unsigned capacity = std::max(std::bit_ceil(storedCount), 1u);
+    const auto capacity = std::bit_ceil(unsigned{node->entryCount});
     auto* copy = new (allocated(std::malloc(sizeWith(capacity)))) IndexSetNode(*node);
     copy->capacity = static_cast<std::uint8_t>(capacity);
     copy->stored = 0;
+    copy->entryCount = 0;
     try {
         for (std::uint64_t rest = node->stored; rest != 0; rest &= rest - 1) {
             const auto slot = static_cast<Index>(std::countr_zero(rest));
@@ -75,7 +76,7 @@ std::uint64_t IndexSetNode::count(const IndexSetNode* node) {
 std::uint64_t IndexSetNode::countOf(Index slot) const {
     if ((solid & bit(slot)) != 0) return bit(shift);
     if ((stored & bit(slot)) == 0) return 0;
-    return isLeaf() ? static_cast<std::uint64_t>(std::popcount(entry(slot).word)) : count(entry(slot).child);
+    return isLeaf() ? countBits(entry(slot).word) : count(entry(slot).child);
 }
 
 std::size_t IndexSetNode::byteCount(const IndexSetNode* node) {
@@ -88,8 +89,7 @@ std::size_t IndexSetNode::byteCount(const IndexSetNode* node) {
 }
 
 void IndexSetNode::makeRoom(IndexSetNode*& node) {
-    if (node->capacity == slotCount || static_cast<unsigned>(std::popcount(node->stored)) < node->capacity)
-        return;
+    if (node->capacity == slotCount || node->entryCount < node->capacity) return;
     const unsigned wanted = 2u * node->capacity;
     node = allocated(std::realloc(node, sizeWith(wanted)));
     node->resize(wanted);
@@ -98,23 +98,24 @@ void IndexSetNode::makeRoom(IndexSetNode*& node) {
 void IndexSetNode::insert(Index slot, Entry inserted) {
     Entry* place = entries() + position(slot);
     if (capacity < slotCount) {
-        Entry* end = entries() + std::popcount(stored);
+        Entry* end = entries() + entryCount;
         std::move_backward(place, end, end + 1);
     }
     *place = inserted;
     stored |= bit(slot);
+    ++entryCount;
 }
 
 void IndexSetNode::erase(IndexSetNode*& node, Index slot) {
     Entry* erased = &node->entry(slot);
     if (!node->isLeaf()) destroy(erased->child);
-    if (node->capacity < slotCount)
-        std::move(erased + 1, node->entries() + std::popcount(node->stored), erased);
+    if (node->capacity < slotCount) std::move(erased + 1, node->entries() + node->entryCount, erased);
     node->stored &= ~bit(slot);
+    --node->entryCount;
 
     // A quarter full, so that a set that grows and shrinks around one size keeps its room.
     const unsigned half = node->capacity / 2u;
-    if (half < 2 || 2u * static_cast<unsigned>(std::popcount(node->stored)) > half) return;
+    if (half < 2 || 2u * node->entryCount > half) return;
     node->resize(half);
     // A smaller block that cannot be had leaves the larger one, which does as well.
     if (void* smaller = std::realloc(node, sizeWith(half))) node = static_cast<IndexSetNode*>(smaller);
@@ -136,7 +137,7 @@ void IndexSetNode::resize(unsigned wanted) {
     Entry* all = entries();
     if (wanted == slotCount) {
         // From the last on, each to a place at or behind its own.
-        int position = std::popcount(stored);
+        Index position = entryCount;
         for (Index slot = slotCount; slot-- > 0;)
             if ((stored & bit(slot)) != 0) all[slot] = all[--position];
     } else if (capacity == slotCount) {

@@ -32,16 +32,30 @@ struct IndexSetNode {
         return (allSlots << first) & (allSlots >> (slotCount - 1 - last));
     }
 
+    // How many bits are set. By hand, since std::popcount calls a function on processors that may lack the
+    // instruction.
+    static constexpr std::uint64_t countBits(std::uint64_t word) {
+        word -= word >> 1 & 0x5555555555555555;
+        word = (word & 0x3333333333333333) + (word >> 2 & 0x3333333333333333);
+        word = (word + (word >> 4)) & 0x0F0F0F0F0F0F0F0F;
+        return word * 0x0101010101010101 >> 56;
+    }
+
     Index base;           // the first index that it spans
     std::uint64_t stored; // the slots that have an entry
     std::uint64_t solid;
     std::uint8_t shift;    // a slot spans 2^shift indexes
     std::uint8_t capacity; // room for entries; a power of two
+    std::uint8_t entryCount;
 
     bool isLeaf() const { return shift == leafShift; }
     std::uint64_t occupied() const { return stored | solid; }
     // The slot of an index; slotCount or more for an index outside of the node.
     Index slotOf(Index index) const { return (index ^ base) >> shift; }
+    // The same of a leaf, where the slot follows from the index alone: on the way down it is known before the
+    // leaf has come from memory.
+    bool leafSpans(Index index) const { return (index ^ base) < slotCount * slotCount; }
+    static Index leafSlotOf(Index index) { return index / slotCount % slotCount; }
     Index firstOf(Index slot) const { return base + (slot << shift); }
     Index lastOf(Index slot) const { return firstOf(slot) + (bit(shift) - 1); }
 
@@ -49,7 +63,8 @@ struct IndexSetNode {
     Entry& entry(Index slot) { return entries()[position(slot)]; }
     const Entry& entry(Index slot) const { return const_cast<IndexSetNode*>(this)->entry(slot); }
 
-    // A node without indexes, with room for one entry. It is given back with `destroy`.
+    // A node without indexes, with room for one entry, or for two where it branches. It is given back with
+    // `destroy`.
     static IndexSetNode* make(Index base, unsigned shift);
     // The smallest node, without indexes, that spans both.
     static IndexSetNode* makeAround(Index first, Index last);
@@ -78,7 +93,7 @@ private:
     Entry* entries() { return reinterpret_cast<Entry*>(this + 1); }
     Index position(Index slot) const {
         if (capacity == slotCount) return slot;
-        return static_cast<Index>(std::popcount(stored & (bit(slot) - 1)));
+        return countBits(stored & (bit(slot) - 1));
     }
     void resize(unsigned wanted);
 };

@@ -67,12 +67,11 @@ void branchAbove(Node*& node, Index index) {
 
 // Nodes that hold nothing, or do not branch, go.
 void tidy(Node*& node) {
-    const std::uint64_t stored = node->stored;
     if (node->occupied() == 0) {
         Node::destroy(std::exchange(node, nullptr));
-    } else if (!node->isLeaf() && node->solid == 0 && std::has_single_bit(stored)) {
-        Node* child = node->entry(lowest(stored)).child;
-        node->stored = 0;
+    } else if (!node->isLeaf() && node->solid == 0 && node->entryCount == 1) {
+        Node* child = node->entry(lowest(node->stored)).child;
+        node->stored = 0; // the child goes on
         Node::destroy(std::exchange(node, child));
     }
 }
@@ -81,22 +80,33 @@ void tidy(Node*& node) {
 
 bool IndexSetStorage::contains(Index index) const {
     const Node* node = root_;
-    while (node) {
+    while (node && !node->isLeaf()) {
         const Index slot = node->slotOf(index);
         if (slot >= Node::slotCount) return false;
         if ((node->solid & Node::bit(slot)) != 0) return true;
         if ((node->stored & Node::bit(slot)) == 0) return false;
-        const Entry& entry = node->entry(slot);
-        if (node->isLeaf()) return (entry.word & Node::bit(bitOf(index))) != 0;
-        node = entry.child;
+        node = node->entry(slot).child;
     }
-    return false;
+    if (!node || !node->leafSpans(index)) return false;
+    const Index slot = Node::leafSlotOf(index);
+    if ((node->stored & Node::bit(slot)) == 0) return (node->solid & Node::bit(slot)) != 0;
+    return (node->entry(slot).word & Node::bit(bitOf(index))) != 0;
 }
 
 bool IndexSetStorage::contains(IndexRange range) const {
     if (!contains(range.last)) return false;
     const auto absent = firstAbsent(root_, range.first, range.last);
     return !absent || *absent > range.last;
+}
+
+std::optional<Index> IndexSetStorage::first() const {
+    if (count_ == 0) return {};
+    return firstIn(root_, lowest(root_->occupied()));
+}
+
+std::optional<Index> IndexSetStorage::last() const {
+    if (count_ == 0) return {};
+    return lastIn(root_, highest(root_->occupied()));
 }
 
 std::optional<Index> IndexSetStorage::atOrAfter(Index index) const {
@@ -175,28 +185,37 @@ bool IndexSetStorage::add(Index index) {
         if (!root_) root_ = Node::makeAround(index, index);
         root_->base = index & ~(Node::bit(2 * Node::leafShift) - 1);
     }
-    for (Node** link = &root_;;) {
+    Node** link = &root_;
+    while (!(*link)->isLeaf()) {
         const Index slot = (*link)->slotOf(index);
         if (slot >= Node::slotCount) {
             branchAbove(*link, index);
             continue;
         }
         if (((*link)->solid & Node::bit(slot)) != 0) return false;
-        const bool isLeaf = (*link)->isLeaf();
         if (((*link)->stored & Node::bit(slot)) == 0) {
             Node::makeRoom(*link);
-            (*link)->insert(slot, isLeaf ? Entry{.word = 0} : Entry{.child = Node::makeAround(index, index)});
+            (*link)->insert(slot, {.child = Node::makeAround(index, index)});
         }
-        Entry& entry = (*link)->entry(slot);
-        if (isLeaf) {
-            const std::uint64_t added = Node::bit(bitOf(index));
-            if ((entry.word & added) != 0) return false;
-            entry.word |= added;
-            ++count_;
-            return true;
-        }
-        link = &entry.child;
+        link = &(*link)->entry(slot).child;
     }
+    if (!(*link)->leafSpans(index)) {
+        branchAbove(*link, index);
+        return add(index);
+    }
+    const Index slot = Node::leafSlotOf(index);
+    const std::uint64_t added = Node::bit(bitOf(index));
+    if (((*link)->stored & Node::bit(slot)) != 0) {
+        std::uint64_t& word = (*link)->entry(slot).word;
+        if ((word & added) != 0) return false;
+        word |= added;
+    } else {
+        if (((*link)->solid & Node::bit(slot)) != 0) return false;
+        Node::makeRoom(*link);
+        (*link)->insert(slot, {.word = added});
+    }
+    ++count_;
+    return true;
 }
 
 bool IndexSetStorage::remove(Index index) {
@@ -207,7 +226,8 @@ bool IndexSetStorage::remove(Index index) {
     std::array<Step, mostLevels> way;
     std::size_t depth = 0;
     if (count_ == 0) return false;
-    for (Node** link = &root_;;) {
+    Node** link = &root_;
+    while (!(*link)->isLeaf()) {
         const Index slot = (*link)->slotOf(index);
         if (slot >= Node::slotCount) return false;
         if (((*link)->solid & Node::bit(slot)) != 0)
@@ -215,24 +235,29 @@ bool IndexSetStorage::remove(Index index) {
         else if (((*link)->stored & Node::bit(slot)) == 0)
             return false;
         way[depth++] = {link, slot};
-        Entry& entry = (*link)->entry(slot);
-        if ((*link)->isLeaf()) {
-            const std::uint64_t removed = Node::bit(bitOf(index));
-            if ((entry.word & removed) == 0) return false;
-            entry.word &= ~removed;
-            --count_;
-            if (entry.word != 0) return true;
-            break;
-        }
-        link = &entry.child;
+        link = &(*link)->entry(slot).child;
     }
+    if (!(*link)->leafSpans(index)) return false;
+    const Index slot = Node::leafSlotOf(index);
+    if (((*link)->stored & Node::bit(slot)) == 0) {
+        if (((*link)->solid & Node::bit(slot)) == 0) return false;
+        Node::split(*link, slot);
+    }
+    std::uint64_t& word = (*link)->entry(slot).word;
+    const std::uint64_t removed = Node::bit(bitOf(index));
+    if ((word & removed) == 0) return false;
+    word &= ~removed;
+    --count_;
+    if (word != 0) return true;
+    way[depth++] = {link, slot};
+
     // Back up, as long as what is left is nothing. A last leaf stays for the next index.
     while (depth-- > 0) {
-        const auto [link, slot] = way[depth];
-        Node::erase(*link, slot);
-        if (depth == 0 && (*link)->isLeaf()) break;
-        tidy(*link);
-        if (*link) break;
+        Node*& node = *way[depth].link;
+        Node::erase(node, way[depth].slot);
+        if (depth == 0 && node->isLeaf()) break;
+        tidy(node);
+        if (node) break;
     }
     return true;
 }
@@ -267,7 +292,7 @@ void IndexSetStorage::addRange(Node*& node, IndexRange range) {
             std::uint64_t& word = node->entry(slot).word;
             const std::uint64_t added = Node::bits(bitOf(part.first), bitOf(part.last)) & ~word;
             word |= added;
-            count_ += static_cast<std::uint64_t>(std::popcount(added));
+            count_ += Node::countBits(added);
         } else if (isStored) {
             addRange(node->entry(slot).child, part);
         } else {
@@ -301,7 +326,7 @@ void IndexSetStorage::removeRange(Node*& node, IndexRange range) {
         if (node->isLeaf()) {
             const std::uint64_t removed = Node::bits(bitOf(part.first), bitOf(part.last)) & entry.word;
             entry.word &= ~removed;
-            count_ -= static_cast<std::uint64_t>(std::popcount(removed));
+            count_ -= Node::countBits(removed);
             if (entry.word == 0) Node::erase(node, slot);
         } else {
             removeRange(entry.child, part);

@@ -45,6 +45,8 @@ public:
     std::size_t byteCount() const { return IndexSetNode::byteCount(root_); }
     bool contains(Index index) const;
     bool contains(IndexRange range) const;
+    std::optional<Index> first() const;
+    std::optional<Index> last() const;
     // The first member at or behind an index, the last at or before it.
     std::optional<Index> atOrAfter(Index index) const;
     std::optional<Index> atOrBefore(Index index) const;

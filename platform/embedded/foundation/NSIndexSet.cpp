@@ -85,10 +85,8 @@ NSUInteger indexLessThanIndex(NSIndexSet self, SEL, NSUInteger index) {
     if (index == 0) return static_cast<NSUInteger>(NSNotFound);
     return orNotFound(storageOf(self).atOrBefore(index - 1));
 }
-NSUInteger firstIndex(NSIndexSet self, SEL) { return orNotFound(storageOf(self).atOrAfter(0)); }
-NSUInteger lastIndex(NSIndexSet self, SEL) {
-    return orNotFound(storageOf(self).atOrBefore(static_cast<NSUInteger>(NSNotFound)));
-}
+NSUInteger firstIndex(NSIndexSet self, SEL) { return orNotFound(storageOf(self).first()); }
+NSUInteger lastIndex(NSIndexSet self, SEL) { return orNotFound(storageOf(self).last()); }
 
 // ---- Comparing and describing
 

@@ -21,19 +21,19 @@ struct LockStorage {
     std::atomic<std::thread::id> owner{std::thread::id()};
     Retained<NSString> name;
 
-    bool isOwn() const { return owner.load(std::memory_order_relaxed) == std::this_thread::get_id(); }
-    bool tryAcquire() {
+    bool isHeldBy(std::thread::id thread) const { return owner.load(std::memory_order_relaxed) == thread; }
+    bool tryAcquire(std::thread::id thread) {
         int expected = free;
         if (!state.compare_exchange_strong(expected, held, std::memory_order_acquire)) return false;
-        owner.store(std::this_thread::get_id(), std::memory_order_relaxed);
+        owner.store(thread, std::memory_order_relaxed);
         return true;
     }
-    void acquire() {
-        if (tryAcquire()) [[likely]]
+    void acquire(std::thread::id thread) {
+        if (tryAcquire(thread)) [[likely]]
             return;
         while (state.exchange(heldAndAwaited, std::memory_order_acquire) != free)
             state.wait(heldAndAwaited, std::memory_order_relaxed);
-        owner.store(std::this_thread::get_id(), std::memory_order_relaxed);
+        owner.store(thread, std::memory_order_relaxed);
     }
     void release() {
         owner.store(std::thread::id(), std::memory_order_relaxed);
@@ -44,7 +44,8 @@ struct LockStorage {
 LockStorage& storageOf(NSLock lock) { return embedded::storageOf<LockStorage>(lock); }
 
 // *** -[NSLock unlock]: lock (<NSLock: 0x...> '(null)') unlocked when not locked
-void logMistake(NSLock self, SEL selector, std::string_view beginning, std::string_view end) {
+[[gnu::cold, gnu::noinline]] void logMistake(NSLock self, SEL selector, std::string_view beginning,
+                                             std::string_view end) {
     const NSString plain = sendSuper<NSString>(self, NSLock::classObject(), "description"_sel);
     const NSString name = storageOf(self).name;
     std::string line("*** -[");
@@ -57,23 +58,24 @@ void logMistake(NSLock self, SEL selector, std::string_view beginning, std::stri
 
 void lock(NSLock self, SEL selector) {
     LockStorage& storage = storageOf(self);
-    if (storage.isOwn()) [[unlikely]] {
+    const std::thread::id thread = std::this_thread::get_id();
+    if (storage.isHeldBy(thread)) [[unlikely]] {
         logMistake(self, selector, "deadlock", "");
         // Nobody but this thread could let it go on.
         for (;;) std::this_thread::sleep_for(std::chrono::hours(1));
     }
-    storage.acquire();
+    storage.acquire(thread);
 }
 
 void unlock(NSLock self, SEL selector) {
     LockStorage& storage = storageOf(self);
-    if (storage.isOwn()) [[likely]]
+    if (storage.isHeldBy(std::this_thread::get_id())) [[likely]]
         return storage.release();
     logMistake(self, selector, "lock", " unlocked when not locked");
     logText("*** Break on _NSLockError() to debug."_ns);
 }
 
-BOOL tryLock(NSLock self, SEL) { return storageOf(self).tryAcquire(); }
+BOOL tryLock(NSLock self, SEL) { return storageOf(self).tryAcquire(std::this_thread::get_id()); }
 
 NSString name(NSLock self, SEL) { return storageOf(self).name; }
 void setName(NSLock self, SEL, NSString name) { storageOf(self).name = adopt(NSString(name.copy())); }
