@@ -5,6 +5,14 @@
 #include "TessarinPlatform/NSNumberFormatter.h"
 #include "TessarinPlatform/Retained.h"
 
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <limits>
+#include <string>
+#include <string_view>
+#include <vector>
+
 using namespace tessarin;
 
 namespace {
@@ -12,13 +20,19 @@ namespace {
 // ---- Sizes ----
 
 constexpr UInt16 automaticUnit = 65535;
-constexpr NSUInteger firstLongPrefix = 9;
 
 // The long prefixes follow the short ones, so that the short form goes on into them.
-NSArray unitPrefixes() {
-    return NSArray::arrayOf(""_ns, "k"_ns, "M"_ns, "G"_ns, "T"_ns, "P"_ns, "E"_ns, "Z"_ns, "Y"_ns, ""_ns,
-                            "kilo"_ns, "mega"_ns, "giga"_ns, "tera"_ns, "peta"_ns, "exa"_ns, "zetta"_ns,
-                            "yotta"_ns);
+constexpr std::array<std::string_view, 18> prefixes = {"",     "k",    "M",    "G",   "T",     "P",
+                                                       "E",    "Z",    "Y",    "",    "kilo",  "mega",
+                                                       "giga", "tera", "peta", "exa", "zetta", "yotta"};
+constexpr NSUInteger firstLongPrefix = 9;
+
+std::string_view prefixAt(NSUInteger position) {
+    if (position < prefixes.size()) return prefixes[position];
+    // What lies beyond the table is refused by the platform's array, with an exception of its own.
+    const std::vector<NSObject> table(prefixes.size(), ""_ns);
+    NSArray::arrayWithObjects_count(table.data(), table.size()).objectAtIndex(position);
+    return {};
 }
 
 // A number of bytes in units of 1024 to the power `unit`.
@@ -47,8 +61,7 @@ NSString stringWithFileSize(Class self, SEL, NSNumber size, UInt16 unit, NSUInte
     const auto bytes = static_cast<double>(size.unsignedLongLongValue());
     const ScaledSize scaled = unit == automaticUnit ? inAutomaticUnit(bytes) : inUnit(bytes, unit);
     const bool isLong = longUnit != NO;
-    // Raises for a unit that has no prefix.
-    const NSString prefix = unitPrefixes().objectAtIndex((isLong ? firstLongPrefix : 0) + scaled.unit);
+    const std::string_view prefix = prefixAt((isLong ? firstLongPrefix : 0) + scaled.unit);
 
     const Retained<NSNumberFormatter> formatter = adopt(NSNumberFormatter::alloc().init());
     formatter.setFormatterBehavior(NSNumberFormatterBehavior10_4);
@@ -57,10 +70,10 @@ NSString stringWithFileSize(Class self, SEL, NSNumber size, UInt16 unit, NSUInte
     if (!number) return nil;
 
     // The number as it is before it is rounded: 1.999 is shown as 2 and is one byte, which is meant.
-    const NSString word = !isLong ? "B"_ns : scaled.value < 2.0 ? "byte"_ns : "bytes"_ns;
-    const NSString separator = separateSuffix != NO ? " "_ns : ""_ns;
-    const NSString suffix = NSString::stringWithFormat("%@%@%@"_ns, separator, prefix, word);
-    return send<NSString>(self, "stringWithString:"_sel, number.stringByAppendingString(suffix));
+    std::string suffix(separateSuffix != NO ? " " : "");
+    suffix += prefix;
+    suffix += !isLong ? "B" : scaled.value < 2.0 ? "byte" : "bytes";
+    return send<NSString>(self, "stringWithString:"_sel, number.stringByAppendingString(NSString(suffix)));
 }
 
 // ---- Durations ----
@@ -70,16 +83,42 @@ constexpr std::int64_t secondsPerHour = 3600;
 constexpr std::int64_t firstWithHours = 3660; // an hour is shown as 60 : 00, which is meant
 constexpr std::int64_t firstTooLong = 1000 * secondsPerHour;
 
+// What the format "%lld" writes, or "%02lld" for a field of two digits.
+char* writeNumber(char* place, long long number) {
+    return std::to_chars(place, place + std::numeric_limits<long long>::digits10 + 2, number).ptr;
+}
+char* writeField(char* place, long long number) {
+    if (number >= 0 && number < 10) *place++ = '0';
+    return writeNumber(place, number);
+}
+char* writeSeparator(char* place) { return std::ranges::copy(std::string_view(" : "), place).out; }
+
+// A string class of one's own is asked for the format. Of NSString it is known what it answers, so that the
+// same is written several times as fast.
+NSString minutesAndSeconds(Class self, long long minutes, long long seconds) {
+    if (self != NSString::classObject())
+        return sendVariadic<NSString>(self, "stringWithFormat:"_sel, "%01lld : %02lld"_ns, minutes, seconds);
+    char text[64];
+    const char* end = writeField(writeSeparator(writeNumber(text, minutes)), seconds);
+    return NSString(std::string_view(text, end));
+}
+
+NSString hoursMinutesAndSeconds(Class self, long long hours, long long minutes, long long seconds) {
+    if (self != NSString::classObject())
+        return sendVariadic<NSString>(self, "stringWithFormat:"_sel, "%lld : %02lld : %02lld"_ns, hours,
+                                      minutes, seconds);
+    char text[64];
+    const char* end =
+        writeField(writeSeparator(writeField(writeSeparator(writeNumber(text, hours)), minutes)), seconds);
+    return NSString(std::string_view(text, end));
+}
+
 NSString timeStringWithSeconds(Class self, SEL, std::int64_t seconds) {
-    const SEL make = "stringWithFormat:"_sel;
-    const long long minutes = seconds / secondsPerMinute;
-    const long long remainingSeconds = seconds % secondsPerMinute; // has the sign of the duration
-    if (seconds < firstWithHours)
-        return sendVariadic<NSString>(self, make, "%01lld : %02lld"_ns, minutes, remainingSeconds);
+    const std::int64_t minutes = seconds / secondsPerMinute;
+    const std::int64_t remainingSeconds = seconds % secondsPerMinute; // has the sign of the duration
+    if (seconds < firstWithHours) return minutesAndSeconds(self, minutes, remainingSeconds);
     if (seconds >= firstTooLong) return "999:59:59"_ns;
-    const long long hours = seconds / secondsPerHour;
-    return sendVariadic<NSString>(self, make, "%lld : %02lld : %02lld"_ns, hours, minutes % 60,
-                                  remainingSeconds);
+    return hoursMinutesAndSeconds(self, seconds / secondsPerHour, minutes % 60, remainingSeconds);
 }
 
 const ExtensionGroup group{
