@@ -321,7 +321,9 @@ TEST_F(TimeStringTest, EveryRowOfTheTable) {
     for (const Texts& row : rows) {
         const AutoreleasePool pool;
         ASSERT_EQ(row.size(), 2u);
-        EXPECT_EQ(text(tessarin_timeStringWithSeconds(std::stoll(row[0]))), row[1]) << row[0];
+        const std::int64_t seconds = std::stoll(row[0]);
+        EXPECT_EQ(text(tessarin_timeStringWithSeconds(seconds)), row[1]) << row[0];
+        EXPECT_EQ(text(tessarin_timeStringWithSeconds<NSMutableString>(seconds)), row[1]) << row[0];
     }
 }
 
