@@ -10,7 +10,7 @@
 #elif __has_include(<langinfo.h>)
 #    include <langinfo.h>
 #    include <locale.h>
-#    if defined(__APPLE__)
+#    if __has_include(<xlocale.h>)
 #        include <xlocale.h>
 #    endif
 #endif
@@ -45,14 +45,16 @@ std::string separatorOfSystem() { return {}; }
 
 #endif
 
+NSString makeSeparator() {
+    const auto text = separatorOfSystem();
+    Object* made = text.empty() ? nullptr : runtime::makeConstantString(text);
+    return made ? NSString(made) : "."_ns;
+}
+
 } // namespace
 
 NSString userDecimalSeparator() {
-    static const NSString separator = [] {
-        const auto text = separatorOfSystem();
-        Object* made = text.empty() ? nullptr : runtime::makeConstantString(text);
-        return made ? NSString(made) : "."_ns;
-    }();
+    static const NSString separator = makeSeparator();
     return separator;
 }
 
