@@ -6,6 +6,7 @@
 #include "TessarinPlatform/NSDictionary.h"
 #include "TessarinPlatform/NSNumber.h"
 #include "platform/embedded/foundation/BinaryPropertyListFormat.h"
+#include "platform/embedded/foundation/KeyedArchiverUID.h"
 #include "platform/embedded/foundation/NumberValue.h"
 #include "platform/embedded/foundation/PropertyListError.h"
 
@@ -123,6 +124,10 @@ void Writer::appendObject(const Entry& entry) {
     } else if (const auto bytes = kindOf<NSData>(entry.object)) {
         appendLength(data, bytes.length());
         document_.append(static_cast<const char*>(bytes.bytes()), bytes.length());
+    } else if (const auto reference = keyedArchiverUID(entry.object)) {
+        const unsigned size = smallestSize(*reference);
+        append(uid << 4 | (size - 1), 1);
+        append(*reference, size);
     } else {
         throw PropertyListProblem("An object changed while it was written");
     }
