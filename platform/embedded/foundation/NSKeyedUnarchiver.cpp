@@ -113,10 +113,11 @@ Class classOf(NSKeyedUnarchiver self, SEL selector, NSDictionary contents) {
     return known;
 }
 
-// Whether an object that contains itself would send the operations of its own class round in circles.
+// Whether an object is of the platform's own that refer to others. One that contained itself would send its own
+// operations round in circles.
 bool isContainer(NSObject object) {
     return isOf(object, NSArray::classObject()) || isOf(object, NSDictionary::classObject())
-           || isOf(object, NSURL::classObject());
+           || isOf(object, NSURL::classObject()) || isOf(object, NSString::classObject());
 }
 
 // An object refers to one that it is inside of. It gets the allocated one, which is what an object with a way
