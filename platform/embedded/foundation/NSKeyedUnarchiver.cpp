@@ -113,8 +113,8 @@ Class classOf(NSKeyedUnarchiver self, SEL selector, NSDictionary contents) {
     return known;
 }
 
-// Whether an object is of the platform's own that refer to others. One that contained itself would send its own
-// operations round in circles.
+// Whether an object is of the platform's own that refer to others. One that contained itself would send its
+// own operations round in circles.
 bool isContainer(NSObject object) {
     return isOf(object, NSArray::classObject()) || isOf(object, NSDictionary::classObject())
            || isOf(object, NSURL::classObject()) || isOf(object, NSString::classObject());
