@@ -1,4 +1,4 @@
-// A keyed archive of 10,000 values, written and read: the time for a value.
+// Keyed archives of up to 10,000 values, written and read: the time for a value.
 #include "TessarinPlatform/AutoreleasePool.h"
 #include "TessarinPlatform/NSKeyedArchiver.h"
 #include "TessarinPlatform/NSKeyedUnarchiver.h"
@@ -14,7 +14,6 @@ using namespace tessarin;
 
 namespace {
 
-constexpr int trackCount = 1000;
 constexpr int valuesOfTrack = 10; // the dictionary, its five values, the four strings of the last one
 
 NSDictionary track(int number) {
@@ -30,39 +29,41 @@ NSDictionary track(int number) {
     return track;
 }
 
-NSArray tracks() {
+// As many as make the benchmark's number of values.
+NSArray tracks(const benchmark::State& state) {
     const NSMutableArray tracks = NSMutableArray::array();
-    for (int number = 0; number < trackCount; ++number) tracks.addObject(track(number));
+    const auto count = static_cast<int>(state.range(0)) / valuesOfTrack;
+    for (int number = 0; number < count; ++number) tracks.addObject(track(number));
     return tracks;
 }
 
 void countValues(benchmark::State& state) {
-    constexpr int values = trackCount * valuesOfTrack;
-    state.SetItemsProcessed(state.iterations() * values);
+    const auto values = static_cast<double>(state.range(0));
+    state.SetItemsProcessed(state.iterations() * state.range(0));
     state.counters["per_value"] = benchmark::Counter(values, benchmark::Counter::kIsIterationInvariantRate
                                                                  | benchmark::Counter::kInvert);
 }
 
 void archive(benchmark::State& state) {
     const AutoreleasePool outer;
-    const NSArray list = tracks();
+    const NSArray list = tracks(state);
     for (auto _ : state) {
         const AutoreleasePool pool;
         benchmark::DoNotOptimize(NSKeyedArchiver::archivedDataWithRootObject(list).object());
     }
     countValues(state);
 }
-BENCHMARK(archive)->Name("KeyedArchive/Archive");
+BENCHMARK(archive)->Name("KeyedArchive/Archive")->Arg(1000)->Arg(10000);
 
 void unarchive(benchmark::State& state) {
     const AutoreleasePool outer;
-    const NSData data = NSKeyedArchiver::archivedDataWithRootObject(tracks());
+    const NSData data = NSKeyedArchiver::archivedDataWithRootObject(tracks(state));
     for (auto _ : state) {
         const AutoreleasePool pool;
         benchmark::DoNotOptimize(NSKeyedUnarchiver::unarchiveObjectWithData(data).object());
     }
     countValues(state);
 }
-BENCHMARK(unarchive)->Name("KeyedArchive/Unarchive");
+BENCHMARK(unarchive)->Name("KeyedArchive/Unarchive")->Arg(10000);
 
 } // namespace

@@ -27,7 +27,7 @@ run() { # preset, platform, round, filter
 for ((round = 1; round <= rounds; ++round)); do
     echo "Round $round of $rounds"
     run bench embedded "$round" .
-    run bench-native native "$round" "StreamFormat/Array|KeyedArchive"
+    run bench-native native "$round" 'StreamFormat/Array|KeyedArchive/Archive/1000$|KeyedArchive/Unarchive'
 done
 
 echo

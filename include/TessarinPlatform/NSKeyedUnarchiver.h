@@ -15,9 +15,9 @@ class NSKeyedUnarchiver : public Handle<NSKeyedUnarchiver, "NSKeyedUnarchiver", 
 public:
     using Handle::Handle;
 
-    // The object under the key "root"; nil for nil. Data that is no archive raises
-    // NSInvalidArgumentException; what its objects do not hold as they should, or a class that is not there,
-    // NSInvalidUnarchiveOperationException.
+    // The object under the key "root", which may be nil; nil for no data. Data that is no archive raises
+    // NSInvalidArgumentException, where GNUstep answers nil; an archive whose objects do not hold what they
+    // should, or are of a class that is not there, NSInvalidUnarchiveOperationException.
     static id unarchiveObjectWithData(NSData archive) {
         return send<id>(classObject(), "unarchiveObjectWithData:"_sel, archive);
     }

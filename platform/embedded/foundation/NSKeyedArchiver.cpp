@@ -10,6 +10,7 @@
 #include "platform/embedded/foundation/KeyedArchiveFormat.h"
 #include "platform/embedded/foundation/KeyedArchiverUID.h"
 #include "platform/embedded/foundation/KeyedCoding.h"
+#include "platform/embedded/foundation/ObjectNumbers.h"
 #include "platform/embedded/foundation/PropertyListError.h"
 #include "platform/embedded/foundation/XMLPropertyListWriter.h"
 
@@ -36,7 +37,8 @@ struct ArchiverStorage {
     Retained<NSMutableDictionary> top;
     Retained<NSObject> nilReference;
     std::vector<NSMutableDictionary> open; // what the objects being encoded have encoded, the innermost last
-    std::unordered_map<Object*, Met> met;
+    ObjectNumbers metNumbers;
+    std::vector<Met> met; // by these numbers
     std::unordered_map<Object*, Retained<NSObject>> classReferences;
 };
 
@@ -97,13 +99,11 @@ void encodeContents(NSKeyedArchiver self, SEL selector, NSObject object, Class a
     contents.setObject_forKey(referenceToClass(storage, archivedClass), classKey());
 }
 
+// Valid until the next is met.
 Met& meet(ArchiverStorage& storage, NSObject object) {
-    Met& met = storage.met[object.object()];
-    if (!met.object) {
-        met.object = retain(object);
-        met.reference = newKeyedArchiverUID(0);
-    }
-    return met;
+    const std::size_t number = storage.metNumbers.numberOf(object);
+    if (number == storage.met.size()) storage.met.push_back({retain(object), newKeyedArchiverUID(0)});
+    return storage.met[number];
 }
 
 NSObject referenceTo(NSKeyedArchiver self, SEL selector, NSObject object) {
