@@ -27,8 +27,8 @@ std::vector<NSObject> decodeItems(NSCoder coder, const ItemsKey& key);
 void encodeText(NSCoder coder, NSString text);
 NSString decodeText(NSCoder coder);
 
-// To be asked before something of that many bytes is copied out of an archive: many objects may refer to the
-// same bytes. Raises when it is out of all proportion to the archive's size.
+// To be asked before that many bytes of an archive are copied or looked through: many objects may refer to
+// the same bytes. Raises when it comes to more than any sound archive of the size asks for.
 void checkCopyOfDecoded(NSCoder coder, std::size_t bytes);
 
 // NSKeyedArchiver's and NSKeyedUnarchiver's part in it. A property list is written into the object being

@@ -49,13 +49,14 @@ struct UnarchiverStorage {
     std::vector<Open> open;       // the innermost last
     std::unordered_map<std::size_t, Class> classes;
     // What containers may yet have of items, and objects of copied bytes. Each item of a sound archive takes
-    // at least a byte of its own. Equal bytes may stand in it once for many objects, so there is more of
-    // them.
+    // at least a byte of its own. Equal texts may stand in it once for many objects, so there is more of
+    // bytes.
     std::size_t itemsLeft = 0;
     std::size_t copiesLeft = 0;
 };
 
-constexpr std::size_t mostSharedBytes = std::size_t{1} << 22;
+constexpr std::size_t copiesPerByte = 16;
+constexpr std::size_t copiesOfAny = std::size_t{1} << 22;
 
 UnarchiverStorage& storageOf(NSKeyedUnarchiver unarchiver) {
     return embedded::storageOf<UnarchiverStorage>(unarchiver);
@@ -282,7 +283,7 @@ NSKeyedUnarchiver initForReading(NSKeyedUnarchiver self, SEL selector, NSData da
     storage.top = retain(NSDictionary(archive.objectForKey(topKey())));
     storage.decoded = std::vector<Decoded>(storage.objects.count());
     storage.itemsLeft = data.length();
-    storage.copiesLeft = data.length() + mostSharedBytes;
+    storage.copiesLeft = copiesPerByte * data.length() + copiesOfAny;
     return owned.leak();
 }
 

@@ -98,6 +98,7 @@ NSURL initWithCoder(NSURL self, SEL _cmd, NSCoder coder) {
     Retained<NSURL> url = adopt(self);
     const NSObject base = coder.decodeObjectForKey("NS.base"_ns);
     const auto text = kindOf<NSString>(coder.decodeObjectForKey("NS.relative"_ns));
+    checkCopyOfDecoded(coder, text.length());
     if ((base && !base.isKindOfClass(NSURL::classObject())) || !text || !isURLText(std::string(text)))
         raiseFrom(NSInvalidUnarchiveOperationException(), self, _cmd, "text that is no URL");
     URLStorage& storage = storageOf<URLStorage>(url);
