@@ -25,10 +25,12 @@ run() { # preset, platform, round, filter
         --benchmark_out="$result" --benchmark_out_format=json >"$results/log" 2>&1 || { cat "$results/log"; exit 1; }
     runs+=("$2=$result")
 }
+# Where GNUstep is the rival.
+native='StreamFormat/Array|UniqueIndexer/Library|KeyedArchive/Archive/1000$|KeyedArchive/Unarchive'
 for ((round = 1; round <= rounds; ++round)); do
     echo "Round $round of $rounds"
     run bench embedded "$round" .
-    run bench-native native "$round" 'StreamFormat/Array|UniqueIndexer/Library'
+    run bench-native native "$round" "$native"
 done
 
 echo

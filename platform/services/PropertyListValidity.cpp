@@ -59,6 +59,8 @@ Examination::Kind Examination::kindOfObject(NSObject object) const {
     if (hasOnlyText) return Kind::other;
     if (object.isKindOfClass(NSNumber::classObject())) return Kind::leaf;
     if (object.isKindOfClass(NSDate::classObject())) return Kind::leaf;
+    // A reference in a keyed archive, on the platforms whose property lists show it as a class of that name.
+    if (const Class uid = "CFKeyedArchiverUID"_class; uid && object.isKindOfClass(uid)) return Kind::leaf;
     return Kind::other;
 }
 

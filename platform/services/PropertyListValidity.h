@@ -1,6 +1,6 @@
-// Whether an object is a property list: strings, numbers, booleans, dates, data, arrays, and dictionaries
-// with string keys, nested to any depth. Written over handles, so it serves platforms that lack the question
-// or answer YES to everything.
+// Whether an object is a property list: strings, numbers, booleans, dates, data, the references of keyed
+// archives, arrays, and dictionaries with string keys, nested to any depth. Written over handles, so it
+// serves platforms that lack the question or answer YES to everything.
 #pragma once
 
 #include "TessarinPlatform/NSPropertyListSerialization.h"

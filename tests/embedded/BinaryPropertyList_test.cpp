@@ -94,6 +94,21 @@ TEST_F(BinaryPropertyListTest, WritesTheOtherLeavesInTheirForms) {
     EXPECT_EQ(object(NSData::dataWithBytes_length("x", 1)), bytes({0x41, 'x'}));
 }
 
+// The references of keyed archives, of any number of bytes that makes 32 bits, come back in the fewest.
+TEST_F(BinaryPropertyListTest, UIDsPassThrough) {
+    const auto rewritten = [](const std::string& uid) {
+        const std::string all = written(readWith(document({uid}), NSPropertyListMutableContainersAndLeaves));
+        return all.substr(8, all.size() - 8 - 1 - 32);
+    };
+    EXPECT_EQ(rewritten(bytes({0x80, 0})), bytes({0x80, 0}));
+    EXPECT_EQ(rewritten(bytes({0x80, 255})), bytes({0x80, 255}));
+    EXPECT_EQ(rewritten(bytes({0x81, 1, 2})), bytes({0x81, 1, 2}));
+    EXPECT_EQ(rewritten(bytes({0x82, 1, 2, 3})), bytes({0x83, 0, 1, 2, 3}));
+    EXPECT_EQ(rewritten(bytes({0x83}) + number(0xFFFFFFFF, 4)), bytes({0x83}) + number(0xFFFFFFFF, 4));
+    EXPECT_EQ(rewritten(bytes({0x84}) + number(0xFFFFFFFF, 5)), bytes({0x83}) + number(0xFFFFFFFF, 4));
+    EXPECT_EQ(rewritten(bytes({0x87}) + number(1, 8)), bytes({0x80, 1}));
+}
+
 TEST_F(BinaryPropertyListTest, EveryValueComesBackEqual) {
     const char16_t loneSurrogate[] = {u'a', 0xD800, 0};
     const NSArray values =
@@ -188,7 +203,12 @@ TEST_F(BinaryPropertyListTest, RefusesWhatIsDamaged) {
         {document({bytes({0x51, 0xE9})}), "no ASCII"},
         {document({bytes({0x5F, 0x12}) + number(0xFFFFFFFF, 4)}), "Length beyond"},
         {document({bytes({0x6F, 0x13}) + number(1ULL << 63, 8)}), "Length beyond"},
-        {document({bytes({0x80, 1})}), "UID"},
+        {document({bytes({0x87, 0, 0})}), "UID that is cut off"},
+        {document({bytes({0x88}) + std::string(9, '\0')}), "UID of a wrong size"},
+        {document({bytes({0x8F}) + std::string(16, '\0')}), "UID of a wrong size"},
+        {document({bytes({0x84, 1, 0, 0, 0, 0})}), "UID out of range"},
+        {document({bytes({0x87}) + number(~0ULL, 8)}), "UID out of range"},
+        {document({bytes({0xD1, 1, 1}), bytes({0x80, 1})}), "no string"},
         {document({bytes({0x00})}), "Unknown kind"},
         {document({bytes({0x0F})}), "Unknown kind"},
         {document({bytes({0x70})}), "Unknown kind"},

@@ -4,10 +4,12 @@
 #include "TessarinPlatform/NSDate.h"
 #include "TessarinPlatform/NSNumber.h"
 #include "platform/embedded/foundation/BinaryPropertyListFormat.h"
+#include "platform/embedded/foundation/KeyedArchiverUID.h"
 #include "platform/embedded/foundation/PropertyListError.h"
 #include "platform/embedded/foundation/PropertyListObjects.h"
 
 #include <bit>
+#include <limits>
 #include <vector>
 
 namespace tessarin::embedded {
@@ -52,6 +54,7 @@ private:
     Retained<NSObject> integerAt(const Header& header);
     Retained<NSObject> realAt(const Header& header);
     Retained<NSObject> stringAt(Header header);
+    Retained<NSObject> uidAt(const Header& header);
 
     bool isKeyPlace() const;
     bool isShared(const NSObject& object) const;
@@ -235,7 +238,7 @@ Retained<NSObject> Reader::leaf(const Header& header) {
     case utf16String:
         return stringAt(header);
     case uid:
-        fail("A UID, which stands in keyed archives only,");
+        return uidAt(header);
     default:
         break;
     }
@@ -284,6 +287,16 @@ Retained<NSObject> Reader::stringAt(Header header) {
     for (std::size_t index = 0; index < length; ++index)
         units[index] = static_cast<char16_t>(bigEndian(header.position + 2 * index, 2));
     return objects_.string(units, isKeyPlace());
+}
+
+// As on the platform, any number of bytes that makes 32 bits.
+Retained<NSObject> Reader::uidAt(const Header& header) {
+    const std::size_t size = std::size_t{header.low} + 1;
+    if (size > 8) fail("UID of a wrong size");
+    if (size > trailer_.offsetTableStart - header.position) fail("UID that is cut off");
+    const std::uint64_t value = bigEndian(header.position, size);
+    if (value > std::numeric_limits<std::uint32_t>::max()) fail("UID out of range");
+    return newKeyedArchiverUID(static_cast<std::uint32_t>(value));
 }
 
 } // namespace

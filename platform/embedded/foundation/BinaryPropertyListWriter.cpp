@@ -6,12 +6,14 @@
 #include "TessarinPlatform/NSDictionary.h"
 #include "TessarinPlatform/NSNumber.h"
 #include "platform/embedded/foundation/BinaryPropertyListFormat.h"
+#include "platform/embedded/foundation/KeyedArchiverUID.h"
 #include "platform/embedded/foundation/NumberValue.h"
+#include "platform/embedded/foundation/ObjectNumbers.h"
 #include "platform/embedded/foundation/PropertyListError.h"
+#include "platform/embedded/foundation/StringStorage.h"
 
 #include <algorithm>
 #include <bit>
-#include <unordered_map>
 #include <vector>
 
 namespace tessarin::embedded {
@@ -45,7 +47,7 @@ private:
     std::string document_;
     std::vector<Entry> entries_;
     std::vector<NSObject> contents_; // of all containers
-    std::unordered_map<Object*, std::uint64_t> numbers_;
+    ObjectNumbers numbers_;
     unsigned referenceSize_ = 1;
 };
 
@@ -84,7 +86,7 @@ void Writer::number(NSObject propertyList) {
     while (!pending.empty()) {
         const NSObject object = pending.back();
         pending.pop_back();
-        if (!numbers_.try_emplace(object.object(), entries_.size()).second) continue;
+        if (numbers_.numberOf(object) < entries_.size()) continue;
         Entry entry{object, contents_.size(), 0, false};
         fetchContents(entry);
         entries_.push_back(entry);
@@ -112,7 +114,7 @@ void Writer::appendObject(const Entry& entry) {
         const bool isArray = entry.object.isKindOfClass(NSArray::classObject());
         appendLength(isArray ? array : dictionary, isArray ? entry.contentCount : entry.contentCount / 2);
         for (std::size_t index = 0; index < entry.contentCount; ++index)
-            append(numbers_.at(contents_[entry.firstContent + index].object()), referenceSize_);
+            append(numbers_.numberOf(contents_[entry.firstContent + index]), referenceSize_);
     } else if (const auto string = kindOf<NSString>(entry.object)) {
         appendString(string);
     } else if (const auto number = kindOf<NSNumber>(entry.object)) {
@@ -123,6 +125,10 @@ void Writer::appendObject(const Entry& entry) {
     } else if (const auto bytes = kindOf<NSData>(entry.object)) {
         appendLength(data, bytes.length());
         document_.append(static_cast<const char*>(bytes.bytes()), bytes.length());
+    } else if (const auto reference = keyedArchiverUID(entry.object)) {
+        const unsigned size = smallestSize(*reference);
+        append(uid << 4 | (size - 1), 1);
+        append(*reference, size);
     } else {
         throw PropertyListProblem("An object changed while it was written");
     }
@@ -163,14 +169,15 @@ void Writer::appendSmallestInteger(std::uint64_t value) {
 }
 
 void Writer::appendString(NSString string) {
-    const std::u16string units(string);
-    if (std::ranges::all_of(units, [](char16_t unit) { return unit < 0x80; })) {
-        appendLength(asciiString, units.size());
-        for (const char16_t unit : units) document_.push_back(static_cast<char>(unit));
-    } else {
-        appendLength(utf16String, units.size());
-        for (const char16_t unit : units) append(unit, 2);
-    }
+    contentsOf(string).visit([this](auto units) {
+        if (std::ranges::all_of(units, [](char16_t unit) { return unit < 0x80; })) {
+            appendLength(asciiString, units.size());
+            document_.append(units.begin(), units.end());
+        } else {
+            appendLength(utf16String, units.size());
+            for (const char16_t unit : units) append(unit, 2);
+        }
+    });
 }
 
 void Writer::appendLength(Marker marker, std::uint64_t length) {

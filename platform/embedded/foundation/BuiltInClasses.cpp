@@ -30,6 +30,10 @@ ClassDescription describeNSFileManager();
 ClassDescription describeNSException();
 ClassDescription describeNSError();
 ClassDescription describeNSPropertyListSerialization();
+ClassDescription describeNSCoder();
+ClassDescription describeNSKeyedArchiver();
+ClassDescription describeNSKeyedUnarchiver();
+ClassDescription describeKeyedArchiverUID();
 
 const BuiltInClass builtInClasses[] = {
     {"NSObject", describeNSObject},
@@ -56,6 +60,10 @@ const BuiltInClass builtInClasses[] = {
     {"NSException", describeNSException},
     {"NSError", describeNSError},
     {"NSPropertyListSerialization", describeNSPropertyListSerialization},
+    {"NSCoder", describeNSCoder},
+    {"NSKeyedArchiver", describeNSKeyedArchiver},
+    {"NSKeyedUnarchiver", describeNSKeyedUnarchiver},
+    {"CFKeyedArchiverUID", describeKeyedArchiverUID},
 };
 const std::size_t builtInClassCount = std::size(builtInClasses);
 

@@ -2,6 +2,7 @@
 #include "platform/embedded/foundation/ContainerDescription.h"
 #include "platform/embedded/foundation/ContainerEquality.h"
 #include "platform/embedded/foundation/EnumeratorStorage.h"
+#include "platform/embedded/foundation/KeyedCoding.h"
 #include "platform/embedded/foundation/NSObject+KeyValueCoding.h"
 #include "platform/embedded/foundation/StableSort.h"
 
@@ -115,6 +116,29 @@ NSArray copyWithZone(NSArray self, SEL, void*) { return retain(self).leak(); }
 NSMutableArray mutableCopyWithZone(NSArray self, SEL, void*) {
     const ArrayItems items(self);
     return newMutableArray(items.data(), items.size()).leak();
+}
+
+// ---- Archiving
+
+Class classForCoder(NSArray self, SEL) {
+    const Class mutableClass = NSMutableArray::classObject();
+    return self.isKindOfClass(mutableClass) ? mutableClass : NSArray::classObject();
+}
+
+void encodeWithCoder(NSArray self, SEL, NSCoder coder) {
+    // Encoding is the items' own code, which might change the array.
+    const Retained<NSArray> originals = adopt(self.copy());
+    const ArrayItems items(originals);
+    encodeItems(coder, {items.data(), items.size()}, objectsOfContainer());
+}
+
+NSArray initWithCoder(NSArray self, SEL selector, NSCoder coder) {
+    Retained<NSArray> owned = adopt(self);
+    const std::vector<NSObject> items = decodeItems(coder, objectsOfContainer());
+    // An item that refers back to the array might have put something into it.
+    if (self.count() > 0)
+        raiseFrom(NSInvalidUnarchiveOperationException(), self, selector, "the array was changed meanwhile");
+    return NSArray(owned.leak()).initWithObjects_count(items.data(), items.size());
 }
 
 // ---- Reading
@@ -275,7 +299,7 @@ ClassDescription describeNSArray() {
     return {
         .name = "NSArray",
         .superclass = "NSObject",
-        .protocols = {"NSCopying", "NSMutableCopying", "NSFastEnumeration"},
+        .protocols = {"NSCoding", "NSCopying", "NSMutableCopying", "NSFastEnumeration"},
         .storage = storageLayout<ArrayStorage>(),
         .methods = {classMethod("array", array),
                     classMethod("arrayWithObject:", arrayWithObject),
@@ -289,6 +313,9 @@ ClassDescription describeNSArray() {
                     instanceMethod("dealloc", dealloc),
                     instanceMethod("copyWithZone:", copyWithZone),
                     instanceMethod("mutableCopyWithZone:", mutableCopyWithZone),
+                    instanceMethod("classForCoder", classForCoder),
+                    instanceMethod("encodeWithCoder:", encodeWithCoder),
+                    instanceMethod("initWithCoder:", initWithCoder),
                     instanceMethod("count", countOfArray),
                     instanceMethod("objectAtIndex:", objectAtIndex),
                     instanceMethod("firstObject", firstObject),

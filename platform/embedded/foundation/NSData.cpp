@@ -1,5 +1,6 @@
 #include "platform/embedded/foundation/DataStorage.h"
 #include "platform/embedded/foundation/FileContents.h"
+#include "platform/embedded/foundation/KeyedCoding.h"
 
 #include "TessarinPlatform/NSException.h"
 
@@ -67,6 +68,26 @@ NSData copyWithZone(NSData self, SEL, void*) { return retain(self).leak(); }
 
 NSObject mutableCopyWithZone(NSData self, SEL, void*) {
     return initialize("NSMutableData"_class.alloc(), bytesOf(self));
+}
+
+// ---- Archiving
+
+Class classForCoder(NSData self, SEL) {
+    const Class mutableClass = "NSMutableData"_class;
+    return self.isKindOfClass(mutableClass) ? mutableClass : NSData::classObject();
+}
+
+void encodeWithCoder(NSData self, SEL, NSCoder coder) {
+    coder.encodeBytes_length_forKey(static_cast<const std::uint8_t*>(self.bytes()), self.length(),
+                                    "NS.data"_ns);
+}
+
+NSData initWithCoder(NSData self, SEL, NSCoder coder) {
+    Retained<NSData> owned = adopt(self);
+    NSUInteger length = 0;
+    const std::uint8_t* const bytes = coder.decodeBytesForKey_returnedLength("NS.data"_ns, &length);
+    checkCopyOfDecoded(coder, length);
+    return initialize(owned.leak(), span(bytes, length));
 }
 
 // ---- Reading
@@ -183,9 +204,10 @@ ClassDescription describeNSData() {
     return {
         .name = "NSData",
         .superclass = "NSObject",
-        .protocols = {"NSCopying", "NSMutableCopying"},
+        .protocols = {"NSCoding", "NSCopying", "NSMutableCopying"},
         .storage = storageLayout<DataStorage>(),
-        .methods = {classMethod("data", data), classMethod("dataWithBytes:length:", dataWithBytes_length),
+        .methods = {classMethod("data", data),
+                    classMethod("dataWithBytes:length:", dataWithBytes_length),
                     classMethod("dataWithData:", dataWithData),
                     classMethod("dataWithContentsOfFile:", dataWithContentsOfFile),
                     instanceMethod("initWithBytes:length:", initWithBytes_length),
@@ -193,12 +215,18 @@ ClassDescription describeNSData() {
                     instanceMethod("initWithContentsOfFile:", initWithContentsOfFile),
                     instanceMethod("copyWithZone:", copyWithZone),
                     instanceMethod("mutableCopyWithZone:", mutableCopyWithZone),
-                    instanceMethod("bytes", bytes), instanceMethod("length", length),
+                    instanceMethod("classForCoder", classForCoder),
+                    instanceMethod("encodeWithCoder:", encodeWithCoder),
+                    instanceMethod("initWithCoder:", initWithCoder),
+                    instanceMethod("bytes", bytes),
+                    instanceMethod("length", length),
                     instanceMethod("subdataWithRange:", subdataWithRange),
                     instanceMethod("getBytes:length:", getBytes_length),
                     instanceMethod("getBytes:range:", getBytes_range),
-                    instanceMethod("isEqualToData:", isEqualToData), instanceMethod("isEqual:", isEqual),
-                    instanceMethod("hash", hash), instanceMethod("description", description),
+                    instanceMethod("isEqualToData:", isEqualToData),
+                    instanceMethod("isEqual:", isEqual),
+                    instanceMethod("hash", hash),
+                    instanceMethod("description", description),
                     instanceMethod("writeToFile:atomically:", writeToFile_atomically)},
     };
 }

@@ -1,4 +1,4 @@
-#include "platform/embedded/runtime/BuiltInClass.h"
+#include "platform/embedded/foundation/KeyedCoding.h"
 
 #include "TessarinPlatform/NSDate.h"
 #include "TessarinPlatform/NSException.h"
@@ -55,6 +55,18 @@ id dateWithTimeIntervalSinceNow(Class self, SEL, NSTimeInterval seconds) {
 }
 
 NSDate copyWithZone(NSDate self, SEL, void*) { return retain(self).leak(); }
+
+// ---- Archiving
+
+void encodeWithCoder(NSDate self, SEL, NSCoder coder) {
+    coder.encodeDouble_forKey(self.timeIntervalSinceReferenceDate(), "NS.time"_ns);
+}
+
+NSDate initWithCoder(NSDate self, SEL, NSCoder coder) {
+    Retained<NSDate> owned = adopt(self);
+    const NSTimeInterval seconds = coder.decodeDoubleForKey("NS.time"_ns);
+    return initialize(owned.leak(), seconds);
+}
 
 // ---- Reading
 
@@ -138,7 +150,7 @@ ClassDescription describeNSDate() {
     return {
         .name = "NSDate",
         .superclass = "NSObject",
-        .protocols = {"NSCopying"},
+        .protocols = {"NSCoding", "NSCopying"},
         .storage = storageLayout<DateStorage>(),
         .methods = {classMethod("date", date),
                     classMethod("dateWithTimeIntervalSinceReferenceDate:",
@@ -150,6 +162,9 @@ ClassDescription describeNSDate() {
                                    initWithTimeIntervalSinceReferenceDate),
                     instanceMethod("initWithTimeIntervalSince1970:", initWithTimeIntervalSince1970),
                     instanceMethod("copyWithZone:", copyWithZone),
+                    instanceMethod("classForCoder", classForCoderOf<NSDate>),
+                    instanceMethod("encodeWithCoder:", encodeWithCoder),
+                    instanceMethod("initWithCoder:", initWithCoder),
                     instanceMethod("timeIntervalSinceReferenceDate", timeIntervalSinceReferenceDate),
                     instanceMethod("timeIntervalSince1970", timeIntervalSince1970),
                     instanceMethod("timeIntervalSinceDate:", timeIntervalSinceDate),

@@ -3,6 +3,7 @@
 #include "platform/embedded/foundation/ContainerEquality.h"
 #include "platform/embedded/foundation/DictionaryStorage.h"
 #include "platform/embedded/foundation/EnumeratorStorage.h"
+#include "platform/embedded/foundation/KeyedCoding.h"
 #include "platform/embedded/foundation/NSObject+KeyValueCoding.h"
 
 #include "TessarinPlatform/NSException.h"
@@ -163,6 +164,32 @@ NSMutableDictionary mutableCopyWithZone(NSDictionary self, SEL, void*) {
     return as<NSMutableDictionary>(NSMutableDictionary::alloc().initWithDictionary(self));
 }
 
+// ---- Archiving
+
+Class classForCoder(NSDictionary self, SEL) {
+    const Class mutableClass = NSMutableDictionary::classObject();
+    return self.isKindOfClass(mutableClass) ? mutableClass : NSDictionary::classObject();
+}
+
+void encodeWithCoder(NSDictionary self, SEL, NSCoder coder) {
+    const DictionaryEntries entries(self);
+    KeysAndObjects contents;
+    for (const DictionaryEntries::Entry& entry : entries) contents.add(entry.object, entry.key);
+    encodeItems(coder, contents.keys, keysOfContainer());
+    encodeItems(coder, contents.objects, objectsOfContainer());
+}
+
+NSDictionary initWithCoder(NSDictionary self, SEL selector, NSCoder coder) {
+    Retained<NSDictionary> owned = adopt(self);
+    const KeysAndObjects contents{decodeItems(coder, keysOfContainer()),
+                                  decodeItems(coder, objectsOfContainer())};
+    if (contents.keys.size() != contents.objects.size())
+        raiseFrom(NSInvalidUnarchiveOperationException(), self, selector,
+                  "as many keys as objects are wanted, and they are " + std::to_string(contents.keys.size())
+                      + " and " + std::to_string(contents.objects.size()));
+    return contents.initialize(owned.leak());
+}
+
 // ---- Reading
 
 NSArray allKeys(NSDictionary self, SEL) {
@@ -229,7 +256,7 @@ ClassDescription describeNSDictionary() {
     return {
         .name = "NSDictionary",
         .superclass = "NSObject",
-        .protocols = {"NSCopying", "NSMutableCopying", "NSFastEnumeration"},
+        .protocols = {"NSCoding", "NSCopying", "NSMutableCopying", "NSFastEnumeration"},
         .storage = storageLayout<DictionaryStorage>(),
         .methods = {classMethod("dictionary", dictionary),
                     classMethod("dictionaryWithDictionary:", dictionaryWithDictionary),
@@ -245,6 +272,9 @@ ClassDescription describeNSDictionary() {
                     instanceMethod("dealloc", dealloc),
                     instanceMethod("copyWithZone:", copyWithZone),
                     instanceMethod("mutableCopyWithZone:", mutableCopyWithZone),
+                    instanceMethod("classForCoder", classForCoder),
+                    instanceMethod("encodeWithCoder:", encodeWithCoder),
+                    instanceMethod("initWithCoder:", initWithCoder),
                     instanceMethod("count", count),
                     instanceMethod("objectForKey:", objectForKey),
                     instanceMethod("keyEnumerator", keyEnumerator),

@@ -1,5 +1,6 @@
 #include "platform/embedded/runtime/BuiltInClass.h"
 
+#include "TessarinPlatform/NSCoder.h"
 #include "TessarinPlatform/NSNull.h"
 #include "TessarinPlatform/NSString.h"
 
@@ -19,6 +20,9 @@ id null(Class, SEL) { return sharedNull(); }
 // There is one only, whichever way it is asked for.
 id allocWithZone(Class, SEL, void*) { return sharedNull(); }
 NSNull copyWithZone(NSNull self, SEL, void*) { return self; }
+// The class says it all.
+void encodeWithCoder(NSNull, SEL, NSCoder) {}
+NSNull initWithCoder(NSNull self, SEL, NSCoder) { return self; }
 NSString description(NSNull, SEL) { return "<null>"_ns; }
 
 } // namespace
@@ -27,9 +31,11 @@ ClassDescription describeNSNull() {
     return {
         .name = "NSNull",
         .superclass = "NSObject",
-        .protocols = {"NSCopying"},
+        .protocols = {"NSCoding", "NSCopying"},
         .methods = {classMethod("null", null), classMethod("allocWithZone:", allocWithZone),
                     instanceMethod("copyWithZone:", copyWithZone),
+                    instanceMethod("encodeWithCoder:", encodeWithCoder),
+                    instanceMethod("initWithCoder:", initWithCoder),
                     instanceMethod("description", description)},
     };
 }

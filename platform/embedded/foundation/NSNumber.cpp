@@ -1,5 +1,5 @@
+#include "platform/embedded/foundation/KeyedCoding.h"
 #include "platform/embedded/foundation/NumberValue.h"
-#include "platform/embedded/runtime/BuiltInClass.h"
 
 #include "TessarinPlatform/NSException.h"
 
@@ -131,6 +131,30 @@ id numberWith(Class self, SEL, T number) {
     return common ? id(common) : makeUncommonNumber(value);
 }
 
+// ---- Archiving. A keyed archiver takes a number as it is; these are for the others.
+
+void encodeWithCoder(NSNumber self, SEL, NSCoder coder) {
+    const NumberValue value = embedded::valueOf(self);
+    if (value.kind == NumberKind::boolean)
+        coder.encodeBool_forKey(value.integer != 0, "NS.boolval"_ns);
+    else if (value.isReal())
+        coder.encodeDouble_forKey(value.real, "NS.dblval"_ns);
+    else
+        coder.encodeInt64_forKey(value.integer, "NS.intval"_ns);
+}
+
+NSNumber initWithCoder(NSNumber self, SEL, NSCoder coder) {
+    Retained<NSNumber> owned = adopt(self);
+    NumberValue value = NumberValue::ofInt64(0);
+    if (coder.containsValueForKey("NS.boolval"_ns))
+        value = NumberValue::ofBoolean(coder.decodeBoolForKey("NS.boolval"_ns));
+    else if (coder.containsValueForKey("NS.dblval"_ns))
+        value = NumberValue::ofDouble(coder.decodeDoubleForKey("NS.dblval"_ns));
+    else
+        value = NumberValue::ofInt64(coder.decodeInt64ForKey("NS.intval"_ns));
+    return initialize(owned.leak(), value);
+}
+
 // ---- Reading
 
 const char* objCType(NSNumber self, SEL) { return storageOf<NumberValue>(self).encoding(); }
@@ -193,7 +217,7 @@ ClassDescription describeNSNumber() {
     return {
         .name = "NSNumber",
         .superclass = "NSObject",
-        .protocols = {"NSCopying"},
+        .protocols = {"NSCoding", "NSCopying"},
         .storage = storageLayout<NumberValue>(),
         .methods =
             {classMethod("numberWithBool:", numberWith<BOOL, "initWithBool:">),
@@ -227,6 +251,9 @@ ClassDescription describeNSNumber() {
              instanceMethod("initWithUnsignedInteger:", initWith<NSUInteger>),
              instanceMethod("initWithFloat:", initWith<float>),
              instanceMethod("initWithDouble:", initWith<double>),
+             instanceMethod("classForCoder", classForCoderOf<NSNumber>),
+             instanceMethod("encodeWithCoder:", encodeWithCoder),
+             instanceMethod("initWithCoder:", initWithCoder),
              instanceMethod("objCType", objCType),
              instanceMethod("boolValue", boolValue),
              instanceMethod("charValue", readInteger<signed char>),

@@ -324,7 +324,7 @@ unichar characterOfStringAtIndex(NSString self, SEL selector, NSUInteger index) 
 ClassDescription describeNSString() {
     ClassDescription result{.name = "NSString",
                             .superclass = "NSObject",
-                            .protocols = {"NSCopying", "NSMutableCopying"},
+                            .protocols = {"NSCoding", "NSCopying", "NSMutableCopying"},
                             .storage = storageLayout<StringStorage>(false),
                             .methods = {
                                 classMethod("allocWithZone:", allocWithZone),
@@ -363,8 +363,8 @@ ClassDescription describeNSString() {
                                 instanceMethod("lowercaseString", lowercaseString),
                                 instanceMethod("uppercaseString", uppercaseString),
                             }};
-    for (const auto& rows :
-         {stringComparisonMethods(), stringSearchingMethods(), stringNumberMethods(), stringPathMethods()})
+    for (const auto& rows : {stringComparisonMethods(), stringSearchingMethods(), stringNumberMethods(),
+                             stringPathMethods(), stringCodingMethods()})
         result.methods.insert(result.methods.end(), rows.begin(), rows.end());
     return result;
 }

@@ -4,6 +4,7 @@
 
 #include "TessarinPlatform/Exceptions.h"
 #include "platform/embedded/foundation/FileSystemPath.h"
+#include "platform/embedded/foundation/KeyedCoding.h"
 #include "platform/embedded/foundation/URLSyntax.h"
 #include "platform/embedded/runtime/BuiltInClass.h"
 
@@ -86,6 +87,26 @@ id fileURLWithPathIsDirectory(Class self, SEL, NSString path, BOOL isDirectory) 
     return adopt(as<NSURL>(self.alloc()).initFileURLWithPath_isDirectory(path, isDirectory)).autorelease();
 }
 
+// --- Archiving
+
+void encodeWithCoder(NSURL self, SEL, NSCoder coder) {
+    coder.encodeObject_forKey(self.baseURL(), "NS.base"_ns);
+    coder.encodeObject_forKey(self.relativeString(), "NS.relative"_ns);
+}
+
+NSURL initWithCoder(NSURL self, SEL _cmd, NSCoder coder) {
+    Retained<NSURL> url = adopt(self);
+    const NSObject base = coder.decodeObjectForKey("NS.base"_ns);
+    const auto text = kindOf<NSString>(coder.decodeObjectForKey("NS.relative"_ns));
+    checkCopyOfDecoded(coder, text.length());
+    if ((base && !base.isKindOfClass(NSURL::classObject())) || !text || !isURLText(std::string(text)))
+        raiseFrom(NSInvalidUnarchiveOperationException(), self, _cmd, "text that is no URL");
+    URLStorage& storage = storageOf<URLStorage>(url);
+    storage.text = adopt(as<NSString>(text.copy()));
+    storage.base = retain(NSURL(base));
+    return url.leak();
+}
+
 // --- As a whole
 
 NSString relativeString(NSURL self, SEL) { return storageOf<URLStorage>(self).text; }
@@ -157,7 +178,7 @@ NSString relativePath(NSURL self, SEL) { return filePathOf(textOf(self)); }
 ClassDescription describeNSURL() {
     return {.name = "NSURL",
             .superclass = "NSObject",
-            .protocols = {"NSCopying"},
+            .protocols = {"NSCoding", "NSCopying"},
             .storage = storageLayout<URLStorage>(),
             .methods = {classMethod("URLWithString:", urlWithString),
                         classMethod("fileURLWithPath:", fileURLWithPath),
@@ -166,12 +187,20 @@ ClassDescription describeNSURL() {
                         instanceMethod("initFileURLWithPath:", initFileURLWithPath),
                         instanceMethod("initFileURLWithPath:isDirectory:", initFileURLWithPathIsDirectory),
                         instanceMethod("relativeString", relativeString),
-                        instanceMethod("absoluteString", absoluteString), instanceMethod("baseURL", baseURL),
-                        instanceMethod("absoluteURL", absoluteURL), instanceMethod("isEqual:", isEqual),
-                        instanceMethod("hash", hash), instanceMethod("description", description),
-                        instanceMethod("copyWithZone:", copyWithZone), instanceMethod("scheme", scheme),
-                        instanceMethod("isFileURL", isFileURL), instanceMethod("host", host),
-                        instanceMethod("path", path), instanceMethod("relativePath", relativePath)}};
+                        instanceMethod("absoluteString", absoluteString),
+                        instanceMethod("baseURL", baseURL),
+                        instanceMethod("absoluteURL", absoluteURL),
+                        instanceMethod("isEqual:", isEqual),
+                        instanceMethod("hash", hash),
+                        instanceMethod("description", description),
+                        instanceMethod("copyWithZone:", copyWithZone),
+                        instanceMethod("encodeWithCoder:", encodeWithCoder),
+                        instanceMethod("initWithCoder:", initWithCoder),
+                        instanceMethod("scheme", scheme),
+                        instanceMethod("isFileURL", isFileURL),
+                        instanceMethod("host", host),
+                        instanceMethod("path", path),
+                        instanceMethod("relativePath", relativePath)}};
 }
 
 } // namespace tessarin::embedded

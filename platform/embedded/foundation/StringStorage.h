@@ -194,6 +194,7 @@ std::vector<MethodRow> stringComparisonMethods();
 std::vector<MethodRow> stringSearchingMethods();
 std::vector<MethodRow> stringNumberMethods();
 std::vector<MethodRow> stringPathMethods();
+std::vector<MethodRow> stringCodingMethods();
 
 template <class Unit, class Fill>
 Retained<NSString> newString(std::size_t length, Fill&& fill) {

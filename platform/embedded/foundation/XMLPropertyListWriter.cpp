@@ -5,6 +5,7 @@
 #include "TessarinPlatform/NSDate.h"
 #include "TessarinPlatform/NSDictionary.h"
 #include "TessarinPlatform/NSNumber.h"
+#include "platform/embedded/foundation/KeyedArchiverUID.h"
 #include "platform/embedded/foundation/PropertyListError.h"
 #include "platform/embedded/foundation/XMLPropertyListValues.h"
 
@@ -41,6 +42,7 @@ private:
     void appendNumber(NSNumber number);
     void appendDateElement(NSDate date);
     void appendDataElement(NSData data);
+    void appendUID(std::uint32_t value);
     void appendTextElement(const char* name, NSString string);
     void appendIndentation() { document_.append(std::min(depth_, maximumIndentation), '\t'); }
     void appendLine(std::string_view line);
@@ -90,6 +92,8 @@ void Writer::appendValue(NSObject object) {
         appendDateElement(date);
     else if (const auto data = kindOf<NSData>(object))
         appendDataElement(data);
+    else if (const auto uid = keyedArchiverUID(object))
+        appendUID(*uid);
     else
         throw PropertyListProblem("An object changed while it was written");
 }
@@ -161,6 +165,16 @@ void Writer::appendDataElement(NSData data) {
     appendLine("<data>");
     appendData(document_, std::string_view(bytes, data.length()), std::string(tabs, '\t'), 76 - 8 * tabs);
     appendLine("</data>");
+}
+
+// XML has no form of its own for them: the platform writes a dictionary of one key.
+void Writer::appendUID(std::uint32_t value) {
+    appendLine("<dict>");
+    ++depth_;
+    appendLine("<key>CF$UID</key>");
+    appendLine("<integer>" + std::to_string(value) + "</integer>");
+    --depth_;
+    appendLine("</dict>");
 }
 
 void Writer::appendTextElement(const char* name, NSString string) {

@@ -98,6 +98,10 @@ id mutableCopy(NSObject self, SEL) {
     return send<id>(self, "mutableCopyWithZone:"_sel, static_cast<void*>(nullptr));
 }
 
+// What an object is archived as.
+Class classForCoder(NSObject self, SEL) { return self.class_(); }
+Class classForKeyedArchiver(NSObject self, SEL) { return send<Class>(self, "classForCoder"_sel); }
+
 NSObject retainObject(NSObject self, SEL) {
     addReference(self.object());
     return self;
@@ -154,6 +158,8 @@ static ClassDescription describeRoot() {
                 instanceMethod("performSelector:withObject:", performSelectorWithObject),
                 instanceMethod("copy", copy),
                 instanceMethod("mutableCopy", mutableCopy),
+                instanceMethod("classForCoder", classForCoder),
+                instanceMethod("classForKeyedArchiver", classForKeyedArchiver),
                 instanceMethod("retain", retainObject),
                 instanceMethod("release", releaseObject),
                 instanceMethod("autorelease", autoreleaseObject),

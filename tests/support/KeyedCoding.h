@@ -1,0 +1,37 @@
+// What every class must do that can be archived.
+#pragma once
+
+#include "PlatformTest.h"
+
+namespace tessarin::testing {
+
+// The archive of an object under the key "root".
+inline NSData archived(NSObject root, NSPropertyListFormat format) {
+    const NSMutableData data = NSMutableData::data();
+    const Retained<NSKeyedArchiver> archiver =
+        adopt(NSKeyedArchiver::alloc().initForWritingWithMutableData(data));
+    archiver.setOutputFormat(format);
+    archiver.encodeObject_forKey(root, "root"_ns);
+    archiver.finishEncoding();
+    return data;
+}
+
+// An object conforms to NSCoding and comes back from archives of both formats as an equal one, mutable if it
+// was; in both of its places, where it was met twice, as the same one.
+template <HandleType T>
+void expectKeyedCoding(T object) {
+    EXPECT_TRUE(object.conformsToProtocol("NSCoding"_protocol));
+    for (const NSPropertyListFormat format :
+         {NSPropertyListBinaryFormat_v1_0, NSPropertyListXMLFormat_v1_0}) {
+        const id back = NSKeyedUnarchiver::unarchiveObjectWithData(archived(object, format));
+        EXPECT_TRUE(back.isEqual(object)) << text(object.description()) << " came back as "
+                                          << text(back.description()) << " from format " << format;
+        EXPECT_TRUE(back.isKindOfClass(send<Class>(object, "classForCoder"_sel)));
+        const NSArray twice =
+            NSKeyedUnarchiver::unarchiveObjectWithData(archived(NSArray::arrayOf(object, object), format));
+        EXPECT_EQ(twice.objectAtIndex(0), twice.objectAtIndex(1));
+        EXPECT_TRUE(twice.objectAtIndex(0).isEqual(object));
+    }
+}
+
+} // namespace tessarin::testing
