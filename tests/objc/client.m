@@ -4,6 +4,7 @@
 #import "TessarinFoundation/TessarinFoundation.h"
 #import "TessarinPlatform/AudioComponent.h"
 #import "TessarinPlatform/FourCharacterCodes.h"
+#import "TessarinPlatform/PercentEscapes.h"
 
 #include <string.h>
 
@@ -36,6 +37,41 @@ static void checkKeyPathsAndTrimming(void) {
     NSCharacterSet *slashes = [NSCharacterSet characterSetWithCharactersInString:@"/"];
     CHECK_TEXT([@"///a/b" tessarin_stringByTrimmingLeadingCharactersInSet:slashes], @"a/b");
     CHECK_TEXT([@"///" tessarin_stringByTrimmingLeadingCharactersInSet:slashes], @"");
+}
+
+static void checkFileNames(void) {
+    CHECK([[NSString tessarin_fileNameIllegalCharacters] characterIsMember:'.']);
+    CHECK(![[NSString tessarin_fileNameReservedCharacters] characterIsMember:'.']);
+    CHECK([[NSString tessarin_fileNameReservedCharacters] characterIsMember:' ']);
+    CHECK_TEXT([NSString tessarin_escapingFileNameCharacter], @"-");
+    CHECK([@"a/b" tesarin_containsFileNameIllegalCharacters]);
+    CHECK(![@"a b" tesarin_containsFileNameIllegalCharacters]);
+    CHECK([@"a b" tessarin_containsFileNameReservedCharacters]);
+    CHECK(![@"a.b" tessarin_containsFileNameReservedCharacters]);
+    CHECK_TEXT([@"a/b:c.wav" tessarin_fileNameByReplacingIllegalCharacters], @"a-b-c-wav");
+
+    NSString *clean = @"clean";
+    CHECK([clean tessarin_fileNameByReplacingIllegalCharacters] == clean);
+    CHECK([clean tessarin_fileNameByAddingPercentEscapesUsingEncoding:0] == clean);
+    CHECK_TEXT([@"a b" tessarin_fileNameByAddingPercentEscapesUsingEncoding:NSUTF8StringEncoding], @"a%20b");
+    CHECK([@"a b" tessarin_fileNameByAddingPercentEscapesUsingEncoding:0] == nil);
+    CHECK_TEXT([@"a%20b" tessarin_fileNameByReplacingPercentEscapesUsingEncoding:NSUTF8StringEncoding],
+               @"a b");
+    CHECK([@"100%" tessarin_fileNameByReplacingPercentEscapesUsingEncoding:NSUTF8StringEncoding] == nil);
+
+    CHECK(CFStringConvertNSStringEncodingToEncoding(NSUTF8StringEncoding) == kCFStringEncodingUTF8);
+    CHECK(CFStringConvertNSStringEncodingToEncoding(0) == kCFStringEncodingInvalidId);
+    NSString *dash = CFStringCreateWithCString(kCFAllocatorDefault, "-", kCFStringEncodingUTF8);
+    CHECK_TEXT(dash, @"-");
+    [dash release];
+    NSString *escaped = CFURLCreateStringByAddingPercentEscapes(kCFAllocatorDefault, @"a b/c", nil, @"/",
+                                                                kCFStringEncodingUTF8);
+    CHECK_TEXT(escaped, @"a%20b%2Fc");
+    NSString *replaced = CFURLCreateStringByReplacingPercentEscapesUsingEncoding(
+        kCFAllocatorDefault, escaped, @"", kCFStringEncodingUTF8);
+    CHECK_TEXT(replaced, @"a b/c");
+    [escaped release];
+    [replaced release];
 }
 
 static void checkURLsAndFileManagers(void) {
@@ -119,6 +155,7 @@ int main(void) {
     NSAutoreleasePool *pool = [[NSAutoreleasePool alloc] init];
     checkPaths();
     checkKeyPathsAndTrimming();
+    checkFileNames();
     checkURLsAndFileManagers();
     checkStreamFormats();
     checkParameterDescriptions();
