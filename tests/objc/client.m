@@ -67,8 +67,8 @@ static void checkFileNames(void) {
     NSString *escaped = CFURLCreateStringByAddingPercentEscapes(kCFAllocatorDefault, @"a b/c", nil, @"/",
                                                                 kCFStringEncodingUTF8);
     CHECK_TEXT(escaped, @"a%20b%2Fc");
-    NSString *replaced = CFURLCreateStringByReplacingPercentEscapesUsingEncoding(
-        kCFAllocatorDefault, escaped, @"", kCFStringEncodingUTF8);
+    NSString *replaced = CFURLCreateStringByReplacingPercentEscapesUsingEncoding(kCFAllocatorDefault, escaped,
+                                                                                 @"", kCFStringEncodingUTF8);
     CHECK_TEXT(replaced, @"a b/c");
     [escaped release];
     [replaced release];
