@@ -11,7 +11,7 @@
 #include <string>
 #include <string_view>
 
-#if __has_include(<glib.h>)
+#if TESSARIN_BENCHMARKS_HAVE_GLIB
 #    include <glib.h>
 #endif
 
@@ -114,7 +114,7 @@ void unescapeByHand(benchmark::State& state) {
 
 // ---- GLib
 
-#if __has_include(<glib.h>)
+#if TESSARIN_BENCHMARKS_HAVE_GLIB
 template <Name name>
 void escapeWithGLib(benchmark::State& state) {
     const std::string text = name(state.range(0));
@@ -153,7 +153,7 @@ BENCHMARK(escapeByHand<bench::denseName>)->Name("FileNames/EscapeByHand/Dense")-
 BENCHMARK(unescapeByHand<bench::cleanName>)->Name("FileNames/UnescapeByHand/Clean")->Apply(sizes);
 BENCHMARK(unescapeByHand<bench::ordinaryName>)->Name("FileNames/UnescapeByHand/Ordinary")->Apply(sizes);
 BENCHMARK(unescapeByHand<bench::denseName>)->Name("FileNames/UnescapeByHand/Dense")->Apply(sizes);
-#if __has_include(<glib.h>)
+#if TESSARIN_BENCHMARKS_HAVE_GLIB
 BENCHMARK(escapeWithGLib<bench::cleanName>)->Name("FileNames/EscapeGLib/Clean")->Apply(sizes);
 BENCHMARK(escapeWithGLib<bench::ordinaryName>)->Name("FileNames/EscapeGLib/Ordinary")->Apply(sizes);
 BENCHMARK(escapeWithGLib<bench::denseName>)->Name("FileNames/EscapeGLib/Dense")->Apply(sizes);

@@ -5,7 +5,9 @@
 #include "platform/services/Utf8.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -92,6 +94,9 @@ constexpr AsciiSet allUnits = [] {
     return all;
 }();
 
+// Room made ahead for a result whose length is not known.
+constexpr std::size_t largestReservation = std::size_t{1} << 24;
+
 // ---- Adding
 
 // The most that one unit takes: eight bytes, in ISO-2022-JP or in UTF-32 with its mark.
@@ -118,8 +123,13 @@ public:
         Unit block[blockLength * longestEscape];
         const Unit* end = block;
         std::basic_string<Unit> text;
+        const NSUInteger blocks = string.length() / blockLength;
         const bool isDone = takeBlocks(string, [&](std::u16string_view& units, bool isLast) {
-            text.append(block, static_cast<std::size_t>(end - block));
+            const auto length = static_cast<std::size_t>(end - block);
+            // What follows will probably grow as much as the first block did.
+            if (text.empty() && length > 0)
+                text.reserve(std::min<std::size_t>(length * (blocks + 2), largestReservation));
+            text.append(block, length);
             end = escape(units, isLast, block);
             return end != nullptr;
         });
@@ -171,33 +181,52 @@ private:
 
 // ---- Replacing
 
-// -1 for what is no hexadecimal digit.
-constexpr int valueOfDigit(unichar unit) {
-    if (unit >= '0' && unit <= '9') return unit - '0';
-    const int letter = unit | 0x20;
-    return letter >= 'a' && letter <= 'f' ? letter - 'a' + 10 : -1;
+// The values of hexadecimal digits; more than a byte can hold for any other unit.
+constexpr unsigned noDigit = 0x1000;
+constexpr auto digitValues = [] {
+    std::array<std::uint16_t, 0x80> values{};
+    values.fill(noDigit);
+    for (std::uint16_t value = 0; value < 10; ++value) values['0' + value] = value;
+    for (std::uint16_t value = 10; value < 16; ++value)
+        values['A' + value - 10] = values['a' + value - 10] = value;
+    return values;
+}();
+constexpr unsigned valueOfDigit(unichar unit) { return isAscii(unit) ? digitValues[unit] : noDigit; }
+
+// How many units come before the first percent sign, looked for in four at a time.
+std::size_t lengthWithoutPercent(std::u16string_view units) {
+    constexpr std::uint64_t ones = 0x0001000100010001, tops = 0x8000800080008000;
+    std::size_t index = 0;
+    for (; index + 4 <= units.size(); index += 4) {
+        std::uint64_t four;
+        std::memcpy(&four, units.data() + index, sizeof four);
+        four ^= ones * u'%';
+        if ((four - ones) & ~four & tops) break;
+    }
+    while (index < units.size() && units[index] != u'%') ++index;
+    return index;
 }
 
 // Replaces escapes in blocks of units.
 class Unescaper {
 public:
-    Unescaper(const UnitList& left, bool leavesAny, CFStringEncoding encoding)
-        : left_(left), leavesAny_(leavesAny), encoding_(encoding) {}
+    Unescaper(const UnitList& left, bool leavesAny, CFStringEncoding encoding, NSUInteger length)
+        : left_(left), leavesAny_(leavesAny), encoding_(encoding) {
+        text_.reserve(std::min<std::size_t>(length, largestReservation));
+    }
 
     bool take(std::u16string_view& units, bool isLast) {
         while (!units.empty()) {
-            if (units[0] != '%') {
+            if (units[0] == u'%') {
+                if (!takeEscapes(units)) return false;
+                // What is left of an escape is cut off by the block, or malformed.
+                if (!units.empty() && units[0] == u'%') return !isLast;
+            } else {
                 if (!replaceRun()) return false;
-                const std::u16string_view plain = units.substr(0, units.find(u'%'));
-                text_ += plain;
-                units.remove_prefix(plain.size());
-                continue;
+                const std::size_t length = lengthWithoutPercent(units);
+                text_.append(units, 0, length);
+                units.remove_prefix(length);
             }
-            if (units.size() < 3) return !isLast; // cut by the block, or malformed
-            const int high = valueOfDigit(units[1]), low = valueOfDigit(units[2]);
-            if (high < 0 || low < 0) return false;
-            run_ += static_cast<char>(high << 4 | low);
-            units.remove_prefix(3);
         }
         return true;
     }
@@ -205,9 +234,30 @@ public:
     std::u16string_view text() const { return text_; }
 
 private:
+    // Takes the whole escapes that come first; false for a malformed one.
+    bool takeEscapes(std::u16string_view& units) {
+        char bytes[blockLength / 3];
+        std::size_t count = 0;
+        const unichar* next = units.data();
+        for (std::size_t left = units.size(); left >= 3 && *next == u'%'; left -= 3, next += 3) {
+            const unsigned byte = valueOfDigit(next[1]) << 4 | valueOfDigit(next[2]);
+            if (byte > 0xFF) return false;
+            bytes[count++] = static_cast<char>(static_cast<std::uint8_t>(byte));
+        }
+        run_.append(bytes, count);
+        units.remove_prefix(count * 3);
+        return true;
+    }
     // Adjacent escapes are read together.
     bool replaceRun() {
         if (run_.empty()) return true;
+        // Most escapes stand alone for a character of ASCII.
+        const auto first = static_cast<std::uint8_t>(run_[0]);
+        if (run_.size() == 1 && isAscii(first) && encoding_ == kCFStringEncodingUTF8 && !leavesAny_) {
+            text_ += unichar{first};
+            run_.clear();
+            return true;
+        }
         const std::size_t start = text_.size();
         if (!encodings::decode(encoding_, run_, text_)) return false;
         run_.clear();
@@ -260,7 +310,7 @@ NSString CFURLCreateStringByReplacingPercentEscapesUsingEncoding(CFAllocatorRef,
     const bool hasEscapes = string.rangeOfString_options("%"_ns, NSLiteralSearch).length > 0;
     if (!left || !hasEscapes) return as<NSString>(string.copy());
     const UnitList leftUnits(left);
-    Unescaper unescaper(leftUnits, left.length() > 0, encoding);
+    Unescaper unescaper(leftUnits, left.length() > 0, encoding, string.length());
     const bool isDone = takeBlocks(
         string, [&](std::u16string_view& units, bool isLast) { return unescaper.take(units, isLast); });
     return isDone && unescaper.finish() ? exactString(unescaper.text()).leak() : NSString();

@@ -28,18 +28,41 @@ bool encodeAscii(std::u16string_view units, std::string& bytes) {
 
 constexpr char32_t byteOrderMark = 0xFEFF, lastCharacter = 0x10FFFF;
 
+// Writes a character as one unit or two and answers where the next one goes.
+unichar* writeCharacter(char32_t character, unichar* place) {
+    if (character > 0xFFFF) {
+        *place++ = static_cast<unichar>(0xD7C0 + (character >> 10));
+        character = 0xDC00 + (character & 0x3FF);
+    }
+    *place++ = static_cast<unichar>(character);
+    return place;
+}
+
 bool hasUnpairedSurrogate(std::u16string_view units) {
     for (std::size_t index = 0; index < units.size();)
         if (utf8::isSurrogate(utf8::nextCharacter(units.data(), units.size(), index))) return true;
     return false;
 }
 
+// In one go, since the units are never more than the bytes.
 bool decodeUtf8(std::string_view bytes, std::u16string& units) {
-    const utf8::Measure measure = utf8::measure(bytes);
-    if (!measure.wellFormed) return false;
     const std::size_t before = units.size();
-    units.resize(before + measure.units);
-    utf8::decode(bytes, units.data() + before);
+    units.resize(before + bytes.size());
+    unichar* place = units.data() + before;
+    const auto* next = reinterpret_cast<const unsigned char*>(bytes.data());
+    for (const unsigned char* const end = next + bytes.size(); next != end;) {
+        if (*next < 0x80) {
+            *place++ = *next++;
+            continue;
+        }
+        char32_t character;
+        const std::size_t length =
+            utf8::detail::multiByte(next, static_cast<std::size_t>(end - next), character);
+        if (length == 0) return false;
+        next += length;
+        place = writeCharacter(character, place);
+    }
+    units.resize(static_cast<std::size_t>(place - units.data()));
     return true;
 }
 bool encodeUtf8(std::u16string_view units, std::string& bytes) {
@@ -84,12 +107,8 @@ struct FixedWidth {
         for (std::size_t index = 0; index < bytes.size(); index += width) {
             const char32_t character = number(bytes.data() + index, width, readOrder);
             if (character > lastCharacter || (width > 2 && utf8::isSurrogate(character))) return false;
-            if (character > 0xFFFF) {
-                units += static_cast<unichar>(0xD7C0 + (character >> 10));
-                units += static_cast<unichar>(0xDC00 + (character & 0x3FF));
-            } else {
-                units += static_cast<unichar>(character);
-            }
+            unichar written[2];
+            units.append(written, writeCharacter(character, written));
         }
         return !hasUnpairedSurrogate(std::u16string_view(units).substr(before));
     }
