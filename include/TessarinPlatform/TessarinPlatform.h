@@ -24,6 +24,8 @@
 #include "TessarinPlatform/NSNumberFormatter.h"
 #include "TessarinPlatform/NSPropertyListSerialization.h"
 #include "TessarinPlatform/NSURL.h"
+#include "TessarinPlatform/PercentEscapes.h"
 #include "TessarinPlatform/Retained.h"
 #include "TessarinPlatform/Streaming.h"
+#include "TessarinPlatform/StringEncodings.h"
 #include "TessarinPlatform/Synchronized.h"

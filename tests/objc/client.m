@@ -4,6 +4,7 @@
 #import "TessarinFoundation/TessarinFoundation.h"
 #import "TessarinPlatform/AudioComponent.h"
 #import "TessarinPlatform/FourCharacterCodes.h"
+#import "TessarinPlatform/PercentEscapes.h"
 
 #include <string.h>
 
@@ -58,6 +59,41 @@ static void checkQuantities(void) {
     CHECK_TEXT([NSString tessarin_timeStringWithSeconds:61], @"1 : 01");
     CHECK_TEXT([NSMutableString tessarin_timeStringWithSeconds:3660], @"1 : 01 : 00");
     CHECK_TEXT([NSString tessarin_timeStringWithSeconds:3600000], @"999:59:59");
+}
+
+static void checkFileNames(void) {
+    CHECK([[NSString tessarin_fileNameIllegalCharacters] characterIsMember:'.']);
+    CHECK(![[NSString tessarin_fileNameReservedCharacters] characterIsMember:'.']);
+    CHECK([[NSString tessarin_fileNameReservedCharacters] characterIsMember:' ']);
+    CHECK_TEXT([NSString tessarin_escapingFileNameCharacter], @"-");
+    CHECK([@"a/b" tesarin_containsFileNameIllegalCharacters]);
+    CHECK(![@"a b" tesarin_containsFileNameIllegalCharacters]);
+    CHECK([@"a b" tessarin_containsFileNameReservedCharacters]);
+    CHECK(![@"a.b" tessarin_containsFileNameReservedCharacters]);
+    CHECK_TEXT([@"a/b:c.wav" tessarin_fileNameByReplacingIllegalCharacters], @"a-b-c-wav");
+
+    NSString *clean = @"clean";
+    CHECK([clean tessarin_fileNameByReplacingIllegalCharacters] == clean);
+    CHECK([clean tessarin_fileNameByAddingPercentEscapesUsingEncoding:0] == clean);
+    CHECK_TEXT([@"a b" tessarin_fileNameByAddingPercentEscapesUsingEncoding:NSUTF8StringEncoding], @"a%20b");
+    CHECK([@"a b" tessarin_fileNameByAddingPercentEscapesUsingEncoding:0] == nil);
+    CHECK_TEXT([@"a%20b" tessarin_fileNameByReplacingPercentEscapesUsingEncoding:NSUTF8StringEncoding],
+               @"a b");
+    CHECK([@"100%" tessarin_fileNameByReplacingPercentEscapesUsingEncoding:NSUTF8StringEncoding] == nil);
+
+    CHECK(CFStringConvertNSStringEncodingToEncoding(NSUTF8StringEncoding) == kCFStringEncodingUTF8);
+    CHECK(CFStringConvertNSStringEncodingToEncoding(0) == kCFStringEncodingInvalidId);
+    NSString *dash = CFStringCreateWithCString(kCFAllocatorDefault, "-", kCFStringEncodingUTF8);
+    CHECK_TEXT(dash, @"-");
+    [dash release];
+    NSString *escaped = CFURLCreateStringByAddingPercentEscapes(kCFAllocatorDefault, @"a b/c", nil, @"/",
+                                                                kCFStringEncodingUTF8);
+    CHECK_TEXT(escaped, @"a%20b%2Fc");
+    NSString *replaced = CFURLCreateStringByReplacingPercentEscapesUsingEncoding(kCFAllocatorDefault, escaped,
+                                                                                 @"", kCFStringEncodingUTF8);
+    CHECK_TEXT(replaced, @"a b/c");
+    [escaped release];
+    [replaced release];
 }
 
 static void checkURLsAndFileManagers(void) {
@@ -243,6 +279,7 @@ int main(void) {
     checkPaths();
     checkKeyPathsAndTrimming();
     checkQuantities();
+    checkFileNames();
     checkURLsAndFileManagers();
     checkStreamFormats();
     checkParameterDescriptions();

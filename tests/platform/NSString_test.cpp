@@ -267,6 +267,31 @@ TEST_F(NSStringTest, SplitAtNilRaises) {
     EXPECT_THROWS_NAMED("abc"_ns.componentsSeparatedByString(nil), "NSInvalidArgumentException");
 }
 
+TEST_F(NSStringTest, SplitsAtEachCharacterOfASet) {
+    const auto split = [](NSString string, NSString separators) {
+        return texts(string.componentsSeparatedByCharactersInSet(
+            NSCharacterSet::characterSetWithCharactersInString(separators)));
+    };
+    EXPECT_EQ(split("a/b:c"_ns, "/:"_ns), (Texts{"a", "b", "c"}));
+    EXPECT_EQ(split("/a:"_ns, "/:"_ns), (Texts{"", "a", ""}));
+    EXPECT_EQ(split("//"_ns, "/"_ns), (Texts{"", "", ""}));
+    EXPECT_EQ(split("abc"_ns, "/"_ns), (Texts{"abc"}));
+    EXPECT_EQ(split(""_ns, "/"_ns), (Texts{""}));
+    EXPECT_EQ(split("abc"_ns, ""_ns), (Texts{"abc"}));
+    EXPECT_EQ(split(u"a\u20acb/\u3042"_ns, u"\u20ac/"_ns), (Texts{"a", "b", "\u3042"}));
+    EXPECT_EQ(split(u"a/\u0301b"_ns, "/"_ns), (Texts{"a", "\u0301b"}));
+}
+
+TEST_F(NSStringTest, SplittingTakesASurrogatePairForOneCharacter) {
+    const NSCharacterSet smileys = NSCharacterSet::characterSetWithCharactersInString(u"\U0001F600"_ns);
+    const NSString string = u"a\U0001F600b\U0001F601c"_ns;
+    EXPECT_EQ(texts(string.componentsSeparatedByCharactersInSet(smileys)), (Texts{"a", "b\U0001F601c"}));
+}
+
+TEST_F(NSStringTest, SplittingAtANilSetRaises) {
+    EXPECT_THROWS_NAMED("abc"_ns.componentsSeparatedByCharactersInSet(nil), "NSInvalidArgumentException");
+}
+
 TEST_F(NSStringTest, TrimsBothEnds) {
     const NSCharacterSet spaces = NSCharacterSet::whitespaceCharacterSet();
     EXPECT_EQ(text(" \t a b \t"_ns.stringByTrimmingCharactersInSet(spaces)), "a b");

@@ -21,7 +21,22 @@ inline constexpr NSStringCompareOptions NSAnchoredSearch = 8;
 
 using NSStringEncoding = NSUInteger;
 inline constexpr NSStringEncoding NSASCIIStringEncoding = 1;
+inline constexpr NSStringEncoding NSNEXTSTEPStringEncoding = 2;
+inline constexpr NSStringEncoding NSJapaneseEUCStringEncoding = 3;
 inline constexpr NSStringEncoding NSUTF8StringEncoding = 4;
+inline constexpr NSStringEncoding NSISOLatin1StringEncoding = 5;
+inline constexpr NSStringEncoding NSSymbolStringEncoding = 6;
+inline constexpr NSStringEncoding NSNonLossyASCIIStringEncoding = 7;
+inline constexpr NSStringEncoding NSShiftJISStringEncoding = 8;
+inline constexpr NSStringEncoding NSISOLatin2StringEncoding = 9;
+inline constexpr NSStringEncoding NSUnicodeStringEncoding = 10;
+inline constexpr NSStringEncoding NSWindowsCP1251StringEncoding = 11;
+inline constexpr NSStringEncoding NSWindowsCP1252StringEncoding = 12;
+inline constexpr NSStringEncoding NSWindowsCP1253StringEncoding = 13;
+inline constexpr NSStringEncoding NSWindowsCP1254StringEncoding = 14;
+inline constexpr NSStringEncoding NSWindowsCP1250StringEncoding = 15;
+inline constexpr NSStringEncoding NSISO2022JPStringEncoding = 21;
+inline constexpr NSStringEncoding NSMacOSRomanStringEncoding = 30;
 
 class NSString : public Handle<NSString, "NSString", NSObject> {
 public:
@@ -44,6 +59,7 @@ public:
     static NSString stringWithFormat(NSString format, const Arguments&... arguments);
     static NSString stringWithCharacters_length(const unichar* characters, NSUInteger length);
     static NSString stringWithUTF8String(const char* text);
+    static NSString stringWithCString_encoding(const char* text, NSStringEncoding encoding);
     static NSString pathWithComponents(NSArray components);
 
     [[nodiscard]] NSString init() const;
@@ -51,6 +67,7 @@ public:
     [[nodiscard]] NSString initWithCharacters_length(const unichar* characters, NSUInteger length) const;
     [[nodiscard]] NSString initWithBytes_length_encoding(const void* bytes, NSUInteger length,
                                                          NSStringEncoding encoding) const;
+    [[nodiscard]] NSString initWithCString_encoding(const char* text, NSStringEncoding encoding) const;
     [[nodiscard]] NSString initWithData_encoding(NSData data, NSStringEncoding encoding) const;
 
     NSUInteger length() const;
@@ -73,6 +90,7 @@ public:
     NSString substringToIndex(NSUInteger index) const;
     NSString substringWithRange(NSRange range) const;
     NSArray componentsSeparatedByString(NSString separator) const;
+    NSArray componentsSeparatedByCharactersInSet(NSCharacterSet separators) const;
     NSString stringByTrimmingCharactersInSet(NSCharacterSet set) const;
     NSString stringByAppendingString(NSString other) const;
     NSString lowercaseString() const;

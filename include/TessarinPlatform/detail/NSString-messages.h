@@ -17,6 +17,9 @@ inline NSString NSString::stringWithCharacters_length(const unichar* characters,
 inline NSString NSString::stringWithUTF8String(const char* text) {
     return send<NSString>(classObject(), "stringWithUTF8String:"_sel, text);
 }
+inline NSString NSString::stringWithCString_encoding(const char* text, NSStringEncoding encoding) {
+    return send<NSString>(classObject(), "stringWithCString:encoding:"_sel, text, encoding);
+}
 inline NSString NSString::pathWithComponents(NSArray components) {
     return send<NSString>(classObject(), "pathWithComponents:"_sel, components);
 }
@@ -31,6 +34,9 @@ inline NSString NSString::initWithCharacters_length(const unichar* characters, N
 inline NSString NSString::initWithBytes_length_encoding(const void* bytes, NSUInteger length,
                                                         NSStringEncoding encoding) const {
     return send<NSString>(*this, "initWithBytes:length:encoding:"_sel, bytes, length, encoding);
+}
+inline NSString NSString::initWithCString_encoding(const char* text, NSStringEncoding encoding) const {
+    return send<NSString>(*this, "initWithCString:encoding:"_sel, text, encoding);
 }
 inline NSString NSString::initWithData_encoding(NSData data, NSStringEncoding encoding) const {
     return send<NSString>(*this, "initWithData:encoding:"_sel, data, encoding);
@@ -87,6 +93,9 @@ inline NSString NSString::substringWithRange(NSRange range) const {
 }
 inline NSArray NSString::componentsSeparatedByString(NSString separator) const {
     return send<NSArray>(*this, "componentsSeparatedByString:"_sel, separator);
+}
+inline NSArray NSString::componentsSeparatedByCharactersInSet(NSCharacterSet separators) const {
+    return send<NSArray>(*this, "componentsSeparatedByCharactersInSet:"_sel, separators);
 }
 inline NSString NSString::stringByTrimmingCharactersInSet(NSCharacterSet set) const {
     return send<NSString>(*this, "stringByTrimmingCharactersInSet:"_sel, set);

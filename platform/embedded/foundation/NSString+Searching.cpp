@@ -210,25 +210,48 @@ NSRange rangeOfCharacterFromSet(NSString self, SEL selector, NSCharacterSet set)
 // ---- Splitting and trimming
 // ----------------------------------------------------------------------------------------
 
-NSArray componentsSeparatedByString(NSString self, SEL selector, NSString separator) {
-    rejectNil(separator, self, selector);
-    const Contents text = contentsOf(self);
-    const Contents between = contentsOf(separator);
-    const std::vector<std::size_t> places =
-        between.isEmpty() ? std::vector<std::size_t>() : findAll(text, between);
-    if (places.empty()) {
+// What stands between the separators, empty parts included; the whole string when there are none.
+NSArray partsBetween(NSString self, StringView text, const std::vector<NSRange>& separators) {
+    if (separators.empty()) {
         const Retained<NSString> whole = adopt<NSString>(self.copy());
         return NSArray::arrayWithObject(whole);
     }
     std::vector<NSRange> parts;
-    parts.reserve(places.size() + 1);
+    parts.reserve(separators.size() + 1);
     std::size_t start = 0;
-    for (const std::size_t place : places) {
-        parts.push_back({start, place - start});
-        start = place + between.length();
+    for (const NSRange separator : separators) {
+        parts.push_back({start, separator.location - start});
+        start = separator.location + separator.length;
     }
     parts.push_back({start, text.length() - start});
     return substrings(text, parts);
+}
+
+NSArray componentsSeparatedByString(NSString self, SEL selector, NSString separator) {
+    rejectNil(separator, self, selector);
+    const Contents text = contentsOf(self);
+    const Contents between = contentsOf(separator);
+    std::vector<NSRange> separators;
+    if (!between.isEmpty())
+        for (const std::size_t place : findAll(text, between))
+            separators.push_back({place, between.length()});
+    return partsBetween(self, text, separators);
+}
+
+// Like a search it takes a surrogate pair for one character.
+NSArray componentsSeparatedByCharactersInSet(NSString self, SEL selector, NSCharacterSet set) {
+    rejectNil(set, self, selector);
+    const Membership isMember(set);
+    const Contents text = contentsOf(self);
+    std::vector<NSRange> separators;
+    text.visit([&](auto units) {
+        for (std::size_t index = 0; index < units.size();) {
+            const std::size_t start = index;
+            if (isMember(utf8::nextCharacter(units.data(), units.size(), index)))
+                separators.push_back({start, index - start});
+        }
+    });
+    return partsBetween(self, text, separators);
 }
 
 NSString stringByTrimmingCharactersInSet(NSString self, SEL selector, NSCharacterSet set) {
@@ -282,6 +305,7 @@ std::vector<MethodRow> stringSearchingMethods() {
         instanceMethod("rangeOfString:options:", rangeOfStringWithOptions),
         instanceMethod("rangeOfCharacterFromSet:", rangeOfCharacterFromSet),
         instanceMethod("componentsSeparatedByString:", componentsSeparatedByString),
+        instanceMethod("componentsSeparatedByCharactersInSet:", componentsSeparatedByCharactersInSet),
         instanceMethod("stringByTrimmingCharactersInSet:", stringByTrimmingCharactersInSet),
     };
 }

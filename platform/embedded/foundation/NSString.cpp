@@ -8,6 +8,7 @@
 #include "platform/embedded/foundation/StringFormat.h"
 #include "platform/embedded/foundation/StringStorage.h"
 #include "platform/embedded/foundation/Unicode.h"
+#include "platform/services/TextEncodings.h"
 #include "platform/services/Utf8.h"
 
 #include <algorithm>
@@ -15,8 +16,6 @@
 
 namespace tessarin::embedded {
 namespace {
-
-constexpr NSStringEncoding NSISOLatin1StringEncoding = 5;
 
 // ---- Creation
 // ------------------------------------------------------------------------------------------------------
@@ -81,8 +80,16 @@ NSString initWithBytes(NSString self, SEL, const void* bytes, NSUInteger length,
     case NSISOLatin1StringEncoding:
         return initialise(self, StringView(text));
     default:
-        return fail(self);
+        break;
     }
+    std::u16string units;
+    if (!encodings::decode(CFStringConvertNSStringEncodingToEncoding(encoding), text, units))
+        return fail(self);
+    return initialise(self, StringView(std::u16string_view(units)));
+}
+NSString initWithCString(NSString self, SEL selector, const char* text, NSStringEncoding encoding) {
+    if (!text) raiseFrom(NSInvalidArgumentException(), self, selector, "NULL cString");
+    return self.initWithBytes_length_encoding(text, std::strlen(text), encoding);
 }
 NSString initWithData(NSString self, SEL, NSData data, NSStringEncoding encoding) {
     return self.initWithBytes_length_encoding(data.bytes(), data.length(), encoding);
@@ -117,6 +124,9 @@ NSString stringWithUTF8String(Class self, SEL selector, const char* text) {
     return adopt(as<NSString>(self.alloc())
                      .initWithBytes_length_encoding(text, std::strlen(text), NSUTF8StringEncoding))
         .autorelease();
+}
+NSString stringWithCString(Class self, SEL, const char* text, NSStringEncoding encoding) {
+    return adopt(as<NSString>(self.alloc()).initWithCString_encoding(text, encoding)).autorelease();
 }
 NSString stringWithFormat(Class self, SEL selector, NSString format, ...) {
     rejectNil(format, self, selector);
@@ -213,7 +223,13 @@ NSData dataUsingEncoding(NSString self, SEL, NSStringEncoding encoding) {
     const char16_t highest = encoding == NSASCIIStringEncoding       ? 0x7F
                              : encoding == NSISOLatin1StringEncoding ? 0xFF
                                                                      : 0;
-    if (highest == 0) return nil;
+    if (highest == 0) {
+        std::u16string units(contents.length(), u'\0');
+        contents.copyTo(units.data());
+        std::string bytes;
+        if (!encodings::encode(CFStringConvertNSStringEncodingToEncoding(encoding), units, bytes)) return nil;
+        return NSData::dataWithBytes_length(bytes.data(), bytes.size());
+    }
     return contents.visit([&](auto units) -> NSData {
         std::string bytes(units.size(), '\0');
         for (std::size_t index = 0; index < units.size(); ++index) {
@@ -332,12 +348,14 @@ ClassDescription describeNSString() {
                                 classMethod("stringWithString:", stringWithString),
                                 classMethod("stringWithCharacters:length:", stringWithCharacters),
                                 classMethod("stringWithUTF8String:", stringWithUTF8String),
+                                classMethod("stringWithCString:encoding:", stringWithCString),
                                 classMethod("stringWithFormat:", stringWithFormat),
                                 instanceMethod("init", init),
                                 instanceMethod("initWithString:", initWithString),
                                 instanceMethod("initWithCharacters:length:", initWithCharacters),
                                 instanceMethod("initWithUTF8String:", initWithUTF8String),
                                 instanceMethod("initWithBytes:length:encoding:", initWithBytes),
+                                instanceMethod("initWithCString:encoding:", initWithCString),
                                 instanceMethod("initWithData:encoding:", initWithData),
                                 instanceMethod("initWithFormat:", initWithFormat),
                                 // A va_list is a structure on some machines and a pointer on others; the
