@@ -20,6 +20,8 @@
 #include "TessarinPlatform/NSNumber.h"
 #include "TessarinPlatform/NSPropertyListSerialization.h"
 #include "TessarinPlatform/NSURL.h"
+#include "TessarinPlatform/RandomNumbers.h"
 #include "TessarinPlatform/Retained.h"
 #include "TessarinPlatform/Streaming.h"
 #include "TessarinPlatform/Synchronized.h"
+#include "TessarinPlatform/ValueComparison.h"
