@@ -2,18 +2,20 @@
 #include "TessarinFoundation/NSDictionary+TessarinExtensions.h"
 
 #include "TessarinPlatform/Definition.h"
-#include "TessarinPlatform/NSMutableArray.h"
 #include "TessarinPlatform/NSMutableDictionary.h"
+
+#include <vector>
 
 using namespace tessarin;
 
 namespace {
 
 NSArray allValuesSortedByKeys(NSDictionary self, SEL) {
-    const Retained<NSMutableArray> values = adopt(NSMutableArray::alloc().initWithCapacity(self.count()));
+    std::vector<NSObject> values;
+    values.reserve(self.count());
     for (const NSObject key : self.allKeys().sortedArrayUsingSelector("compare:"_sel))
-        if (const NSObject value = self.objectForKey(key)) values.addObject(value);
-    return adopt(NSArray(values.copy())).autorelease();
+        if (const NSObject value = self.objectForKey(key)) values.push_back(value);
+    return NSArray::arrayWithObjects_count(values.data(), values.size());
 }
 
 NSDictionary dictionaryByRemovingObjectForKey(NSDictionary self, SEL, NSObject key) {

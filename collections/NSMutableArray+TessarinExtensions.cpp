@@ -1,9 +1,12 @@
 // Mutable arrays: edits in place.
 #include "TessarinFoundation/NSMutableArray+TessarinExtensions.h"
 
+#include "TessarinPlatform/ArrayEditing.h"
 #include "TessarinPlatform/Definition.h"
 #include "TessarinPlatform/RandomNumbers.h"
 #include "collections/EqualityIndex.h"
+
+#include <algorithm>
 
 using namespace tessarin;
 
@@ -23,10 +26,21 @@ void removeLastObject(NSMutableArray self, SEL) {
     if (const NSUInteger count = self.count(); count > 0) self.removeObjectAtIndex(count - 1);
 }
 
+// The item at `from` ends at `to`.
+void moveItem(std::span<NSObject> items, NSUInteger from, NSUInteger to) {
+    const NSObject moved = items[from];
+    if (from < to)
+        std::copy(&items[from] + 1, &items[to] + 1, &items[from]);
+    else
+        std::copy_backward(&items[to], &items[from], &items[from] + 1);
+    items[to] = moved;
+}
+
 void moveObjectFromIndex_toIndex(NSMutableArray self, SEL, NSUInteger from, NSUInteger to) {
     if (from == to) return;
     const NSUInteger count = self.count();
     if (from >= count || to >= count) return;
+    if (const std::span items = itemsToReorder(self); !items.empty()) return moveItem(items, from, to);
     // Inserted first, so that the array holds the object throughout.
     self.insertObject_atIndex(self.objectAtIndex(from), from < to ? to + 1 : to);
     self.removeObjectAtIndex(from > to ? from + 1 : from);
@@ -44,13 +58,23 @@ void mergeWithArray(NSMutableArray self, SEL, NSArray array) {
     }
 }
 
+// Exchanges each object in order with one that is not before it. The plain remainder of the draw is meant,
+// and so is the exchange of the last object with itself.
+template <class Exchange>
+void exchangeAtRandom(NSUInteger count, Exchange&& exchange) {
+    const RandomDraws draw;
+    for (NSUInteger index = 0; index < count; ++index)
+        exchange(index, index + draw() % static_cast<std::uint32_t>(count - index));
+}
+
 void shuffle(NSMutableArray self, SEL) {
-    const NSUInteger count = self.count();
-    for (NSUInteger index = 0; index < count; ++index) {
-        // The plain remainder is meant, and so is the exchange of the last object with itself.
-        const auto left = static_cast<std::uint32_t>(count - index);
-        self.exchangeObjectAtIndex_withObjectAtIndex(index, index + tessarin::arc4random() % left);
-    }
+    if (const std::span items = itemsToReorder(self); !items.empty())
+        return exchangeAtRandom(items.size(), [&](NSUInteger first, NSUInteger second) {
+            std::swap(items[first], items[second]);
+        });
+    exchangeAtRandom(self.count(), [&](NSUInteger first, NSUInteger second) {
+        self.exchangeObjectAtIndex_withObjectAtIndex(first, second);
+    });
 }
 
 const ExtensionGroup group{

@@ -3,6 +3,7 @@
 #include "TessarinPlatform/NSDate.h"
 #include "TessarinPlatform/NSMutableString.h"
 #include "TessarinPlatform/NSNumber.h"
+#include "TessarinPlatform/Retained.h"
 
 #include <algorithm>
 #include <vector>

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <bit>
 #include <random>
 
 #if !defined(_WIN32)
@@ -14,22 +15,20 @@
 namespace tessarin {
 namespace {
 
-// The ChaCha permutation of eight rounds on several blocks side by side, so that the compiler finds the same
-// step for all of them: words[n][b] is the word n of the block b.
-constexpr std::size_t blockCount = 8;
+// The ChaCha permutation of eight rounds, on several blocks side by side: words[n][b] is the word n of block
+// b.
+constexpr std::size_t blockCount = 4;
 constexpr std::size_t wordCount = 16;
-using Lanes = std::array<std::uint32_t, blockCount>;
+using Lanes = std::uint32_t __attribute__((vector_size(blockCount * sizeof(std::uint32_t))));
 using Blocks = std::array<Lanes, wordCount>;
 
-void addRotated(Lanes& sum, const Lanes& added, Lanes& mixed, int distance) {
-    for (std::size_t lane = 0; lane < blockCount; ++lane) {
-        sum[lane] += added[lane];
-        const std::uint32_t bits = mixed[lane] ^ sum[lane];
-        mixed[lane] = bits << distance | bits >> (32 - distance);
-    }
+inline void addRotated(Lanes& sum, Lanes added, Lanes& mixed, int distance) {
+    sum += added;
+    mixed ^= sum;
+    mixed = mixed << distance | mixed >> (32 - distance);
 }
 
-void mixQuarter(Blocks& words, std::size_t a, std::size_t b, std::size_t c, std::size_t d) {
+inline void mixQuarter(Blocks& words, std::size_t a, std::size_t b, std::size_t c, std::size_t d) {
     addRotated(words[a], words[b], words[d], 16);
     addRotated(words[c], words[d], words[b], 12);
     addRotated(words[a], words[b], words[d], 8);
@@ -42,20 +41,21 @@ using Key = std::array<std::uint32_t, 8>;
 Blocks keystream(const Key& key) {
     constexpr std::array<std::uint32_t, 4> constants = {0x61707865, 0x3320646e, 0x79622d32, 0x6b206574};
     Blocks initial{};
-    for (std::size_t lane = 0; lane < blockCount; ++lane) {
-        for (std::size_t word = 0; word < constants.size(); ++word) initial[word][lane] = constants[word];
-        for (std::size_t word = 0; word < key.size(); ++word) initial[4 + word][lane] = key[word];
-        initial[12][lane] = static_cast<std::uint32_t>(lane);
-    }
+    for (std::size_t word = 0; word < constants.size(); ++word) initial[word] += constants[word];
+    for (std::size_t word = 0; word < key.size(); ++word) initial[4 + word] += key[word];
+    initial[12] = Lanes{0, 1, 2, 3};
     Blocks words = initial;
     for (int doubleRound = 0; doubleRound < 4; ++doubleRound) {
-        for (std::size_t column = 0; column < 4; ++column)
-            mixQuarter(words, column, 4 + column, 8 + column, 12 + column);
-        for (std::size_t column = 0; column < 4; ++column)
-            mixQuarter(words, column, 4 + (column + 1) % 4, 8 + (column + 2) % 4, 12 + (column + 3) % 4);
+        mixQuarter(words, 0, 4, 8, 12);
+        mixQuarter(words, 1, 5, 9, 13);
+        mixQuarter(words, 2, 6, 10, 14);
+        mixQuarter(words, 3, 7, 11, 15);
+        mixQuarter(words, 0, 5, 10, 15);
+        mixQuarter(words, 1, 6, 11, 12);
+        mixQuarter(words, 2, 7, 8, 13);
+        mixQuarter(words, 3, 4, 9, 14);
     }
-    for (std::size_t word = 0; word < wordCount; ++word)
-        for (std::size_t lane = 0; lane < blockCount; ++lane) words[word][lane] += initial[word][lane];
+    for (std::size_t word = 0; word < wordCount; ++word) words[word] += initial[word];
     return words;
 }
 
@@ -68,55 +68,54 @@ std::atomic<std::uint32_t> forkCount{1};
 }();
 #endif
 
-class Generator {
-public:
-    std::uint32_t next() {
-        if (position_ == numbers_.size() || seededAtFork_ != forkCount.load(std::memory_order_relaxed))
-            [[unlikely]]
-            refill();
-        return numbers_[position_++];
-    }
+// The random numbers of one thread.
+struct Generator {
+    detail::NumbersAhead ahead;
+    std::array<std::uint32_t, blockCount * wordCount - std::tuple_size_v<Key>> numbers{};
+    Key key{};
+    std::uint32_t seededAtFork = 0; // not at all
 
-private:
     void refill() {
-        if (const std::uint32_t forks = forkCount.load(std::memory_order_relaxed); seededAtFork_ != forks) {
+        if (const std::uint32_t forks = forkCount.load(std::memory_order_relaxed); seededAtFork != forks) {
             std::random_device system;
-            for (std::uint32_t& word : key_) word = system();
-            seededAtFork_ = forks;
+            for (std::uint32_t& word : key) word = system();
+            seededAtFork = forks;
         }
-        const Blocks blocks = keystream(key_);
+        const auto words = std::bit_cast<std::array<std::uint32_t, blockCount * wordCount>>(keystream(key));
         // What comes first is the next key, so that what has been drawn cannot be found from what is kept.
-        std::array<std::uint32_t, blockCount * wordCount> words;
-        for (std::size_t word = 0; word < wordCount; ++word)
-            std::copy(blocks[word].begin(), blocks[word].end(),
-                      words.begin() + static_cast<std::ptrdiff_t>(word * blockCount));
-        std::copy_n(words.begin(), key_.size(), key_.begin());
-        std::copy(words.begin() + key_.size(), words.end(), numbers_.begin());
-        position_ = 0;
+        std::copy_n(words.begin(), key.size(), key.begin());
+        std::copy(words.begin() + key.size(), words.end(), numbers.begin());
+        ahead = {numbers.data(), numbers.data() + numbers.size()};
     }
-
-    std::array<std::uint32_t, blockCount * wordCount - std::tuple_size_v<Key>> numbers_{};
-    std::size_t position_ = numbers_.size();
-    Key key_{};
-    std::uint32_t seededAtFork_ = 0; // not at all
+    bool drawsOwnNumbers() const { return ahead.end == numbers.data() + numbers.size(); }
 };
 
 thread_local constinit Generator generator;
-thread_local constinit SuppliedRandomNumbers* supplied = nullptr;
 
 } // namespace
 
-std::uint32_t arc4random() {
-    if (supplied && supplied->drawnCount_ < supplied->numbers_.size()) [[unlikely]]
-        return supplied->numbers_[supplied->drawnCount_++];
-    return generator.next();
+RandomDraws::RandomDraws() : ahead_(generator.ahead) {
+    Generator& own = generator;
+    // Numbers that the parent process may have drawn, or may yet draw.
+    if (own.seededAtFork != forkCount.load(std::memory_order_relaxed) && own.drawsOwnNumbers()) [[unlikely]]
+        own.refill();
 }
+
+void RandomDraws::provideNumbers() { generator.refill(); }
+
+std::uint32_t arc4random() { return RandomDraws()(); }
 
 SuppliedRandomNumbers::SuppliedRandomNumbers(std::span<const std::uint32_t> numbers)
-    : numbers_(numbers), enclosing_(supplied) {
-    supplied = this;
+    : numbers_(numbers), replaced_(generator.ahead) {
+    generator.ahead = {numbers.data(), numbers.data() + numbers.size()};
 }
 
-SuppliedRandomNumbers::~SuppliedRandomNumbers() { supplied = enclosing_; }
+SuppliedRandomNumbers::~SuppliedRandomNumbers() { generator.ahead = replaced_; }
+
+std::size_t SuppliedRandomNumbers::drawnCount() const {
+    const detail::NumbersAhead& ahead = generator.ahead;
+    const bool areLeft = ahead.end == numbers_.data() + numbers_.size();
+    return areLeft ? numbers_.size() - static_cast<std::size_t>(ahead.end - ahead.next) : numbers_.size();
+}
 
 } // namespace tessarin
