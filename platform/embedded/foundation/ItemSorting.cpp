@@ -42,7 +42,7 @@ bool sortPlainStrings(std::vector<NSObject>& items) {
     std::vector<Key> keys;
     keys.reserve(items.size());
     for (const NSObject item : items) {
-        if (runtime::lookUp(item.object(), comparison) != platforms) return false;
+        if (!kindOf<NSString>(item) || runtime::lookUp(item.object(), comparison) != platforms) return false;
         const StringStorage* const storage = directStorage(as<NSString>(item));
         if (!storage || !isAscii(storage->view())) return false;
         keys.push_back({beginningOf(storage->view()), storage->view(), item});
