@@ -3,7 +3,6 @@
 #include "platform/embedded/foundation/ContainerEquality.h"
 #include "platform/embedded/foundation/EnumeratorStorage.h"
 #include "platform/embedded/foundation/ItemSorting.h"
-#include "platform/embedded/foundation/ItemSorting.h"
 
 #include "TessarinPlatform/NSException.h"
 #include "TessarinPlatform/NSMutableString.h"
