@@ -1,7 +1,9 @@
 // The whole library.
 #pragma once
 
+#include "TessarinFoundation/NSDictionary+TessarinExtensions.h"
 #include "TessarinFoundation/NSFileManager+TessarinExtensions.h"
+#include "TessarinFoundation/NSMutableArray+TessarinExtensions.h"
 #include "TessarinFoundation/NSString+TessarinExtensions.h"
 #include "TessarinFoundation/NSURL+TessarinExtensions.h"
 #include "TessarinFoundation/TSSRAudio.h"

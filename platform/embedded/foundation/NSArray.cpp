@@ -2,9 +2,9 @@
 #include "platform/embedded/foundation/ContainerDescription.h"
 #include "platform/embedded/foundation/ContainerEquality.h"
 #include "platform/embedded/foundation/EnumeratorStorage.h"
+#include "platform/embedded/foundation/ItemSorting.h"
 #include "platform/embedded/foundation/KeyedCoding.h"
 #include "platform/embedded/foundation/NSObject+KeyValueCoding.h"
-#include "platform/embedded/foundation/StableSort.h"
 
 #include "TessarinPlatform/NSException.h"
 #include "TessarinPlatform/NSMutableString.h"
@@ -251,10 +251,11 @@ NSArray arrayByAddingObjectsFromArray(NSArray self, SEL, NSArray other) {
 }
 
 NSArray sortedArrayUsingSelector(NSArray self, SEL, SEL comparison) {
-    const Retained<NSMutableArray> sorted = adopt(self.mutableCopy());
-    sorted.sortUsingSelector(comparison);
-    const ArrayItems items(sorted);
-    return newArray(items.data(), items.size()).autorelease();
+    const Retained<NSArray> kept = adopt(NSArray(self.copy())); // the items compare by code of their own
+    const ArrayItems items(kept);
+    std::vector<NSObject> sorted(items.begin(), items.end());
+    sortItems(sorted, comparison);
+    return makeArray(sorted);
 }
 
 NSString componentsJoinedByString(NSArray self, SEL, NSString separator) {

@@ -1,7 +1,8 @@
 #include "platform/embedded/foundation/ArrayStorage.h"
-#include "platform/embedded/foundation/StableSort.h"
+#include "platform/embedded/foundation/ItemSorting.h"
 #include "platform/embedded/foundation/ValueSet.h"
 
+#include "TessarinPlatform/ArrayEditing.h"
 #include "TessarinPlatform/NSException.h"
 
 #include <algorithm>
@@ -254,9 +255,7 @@ void sortUsingSelector(NSMutableArray self, SEL, SEL comparison) {
     const ArrayItems keptItems(kept);
     std::vector<NSObject> items(keptItems.begin(), keptItems.end());
     const unsigned long mutations = storageOf(self).mutations;
-    stableSort(items, [&](NSObject left, NSObject right) {
-        return send<NSComparisonResult>(left, comparison, right) == NSOrderedDescending;
-    });
+    sortItems(items, comparison);
     // Comparing is the items' own code, which might have changed the array.
     if (storageOf(self).mutations != mutations) runtime::raiseMutation(self.object());
     if (!editsStorage(self)) {
@@ -268,6 +267,13 @@ void sortUsingSelector(NSMutableArray self, SEL, SEL comparison) {
     // The same items in another order: what the array retains does not change.
     std::copy(items.begin(), items.end(), storage.items);
     ++storage.mutations;
+}
+
+std::span<NSObject> itemsOfPlainArray(NSMutableArray array) {
+    if (!editsStorage(array)) return {};
+    ArrayStorage& storage = storageOf(array);
+    ++storage.mutations;
+    return {storage.items, storage.count};
 }
 
 } // namespace
@@ -297,3 +303,9 @@ ClassDescription describeNSMutableArray() {
 }
 
 } // namespace tessarin::embedded
+
+namespace tessarin {
+
+std::span<NSObject> itemsToReorder(NSMutableArray array) { return embedded::itemsOfPlainArray(array); }
+
+} // namespace tessarin

@@ -1,15 +1,11 @@
 // Objects to be found again by equality, in constant time.
 #pragma once
 
-#include "TessarinPlatform/NSObject.h"
+#include "TessarinPlatform/ValueComparison.h"
 
 #include <unordered_set>
 
 namespace tessarin::embedded {
-
-// Whether an object is compared by the platform's own isEqual: and hash, which agree with each other and
-// answer the same at any time and from either side. Containers do not count: they ask their objects.
-bool comparesAsValue(NSObject object);
 
 // A set of objects that compare as values, to be asked for such. It does not retain them.
 class ValueSet {

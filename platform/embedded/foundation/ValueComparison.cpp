@@ -1,9 +1,9 @@
-#include "platform/embedded/foundation/ValueSet.h"
+#include "TessarinPlatform/ValueComparison.h"
 
 #include <algorithm>
 #include <array>
 
-namespace tessarin::embedded {
+namespace tessarin {
 namespace {
 
 struct Comparison {
@@ -28,4 +28,4 @@ bool comparesAsValue(NSObject object) {
     return std::find(known.begin(), known.end(), own) != known.end();
 }
 
-} // namespace tessarin::embedded
+} // namespace tessarin

@@ -1,0 +1,41 @@
+// Dictionaries: values in the order of their keys, and a dictionary without one of its keys.
+#include "TessarinFoundation/NSDictionary+TessarinExtensions.h"
+
+#include "TessarinPlatform/Definition.h"
+#include "TessarinPlatform/NSMutableDictionary.h"
+
+#include <vector>
+
+using namespace tessarin;
+
+namespace {
+
+NSArray allValuesSortedByKeys(NSDictionary self, SEL) {
+    std::vector<NSObject> values;
+    values.reserve(self.count());
+    for (const NSObject key : self.allKeys().sortedArrayUsingSelector("compare:"_sel))
+        if (const NSObject value = self.objectForKey(key)) values.push_back(value);
+    return NSArray::arrayWithObjects_count(values.data(), values.size());
+}
+
+NSDictionary dictionaryByRemovingObjectForKey(NSDictionary self, SEL, NSObject key) {
+    const Retained<NSMutableDictionary> remaining = adopt(NSMutableDictionary(self.mutableCopy()));
+    remaining.removeObjectForKey(key);
+    return adopt(NSDictionary(remaining.copy())).autorelease();
+}
+
+const ExtensionGroup group{
+    "NSDictionary",
+    "TessarinExtensions",
+    {instanceMethod("tessarin_allValuesSortedByKeys", allValuesSortedByKeys),
+     instanceMethod("tessarin_dictionaryByRemovingObjectForKey:", dictionaryByRemovingObjectForKey)}};
+
+} // namespace
+
+NSArray tessarin_allValuesSortedByKeys(NSDictionary dictionary) {
+    return send<NSArray>(dictionary, "tessarin_allValuesSortedByKeys"_sel);
+}
+
+NSDictionary tessarin_dictionaryByRemovingObjectForKey(NSDictionary dictionary, NSObject key) {
+    return send<NSDictionary>(dictionary, "tessarin_dictionaryByRemovingObjectForKey:"_sel, key);
+}
