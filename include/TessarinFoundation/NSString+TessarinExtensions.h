@@ -145,7 +145,8 @@ TESSARIN_EXPORT tessarin::NSString tessarin_fileNameByReplacingIllegalCharacters
 //
 // The receiver itself when none of its characters is reserved, also when others cannot stand in a URL and
 // whatever the encoding; this is meant. nil for an encoding that the platform does not have and for a
-// character to be escaped that the encoding cannot represent.
+// character to be escaped that the encoding cannot represent. TessarinPlatform/StringEncodings.h lists the
+// encodings, TessarinPlatform/PercentEscapes.h says what comes of surrogate pairs and byte-order marks.
 //
 //   tessarin_fileNameByAddingPercentEscapesUsingEncoding("a b"_ns, NSUTF8StringEncoding)   // a%20b
 TESSARIN_EXPORT tessarin::NSString

@@ -44,38 +44,44 @@ public:
         for (const char member : members) add(static_cast<unichar>(member));
     }
 
-    constexpr void add(unichar unit) { bits_[unit >> 6] |= std::uint64_t{1} << (unit & 63); }
-    constexpr bool contains(unichar unit) const { return (bits_[unit >> 6] >> (unit & 63) & 1) != 0; }
-    // The members of one that the other has too, and those that it has not.
-    constexpr AsciiSet with(AsciiSet other) const {
-        return AsciiSet(bits_[0] & other.bits_[0], bits_[1] & other.bits_[1]);
+    constexpr void add(unichar unit) {
+        const std::uint64_t bit = std::uint64_t{1} << (unit & 63);
+        lower_ |= unit < 64 ? bit : 0;
+        upper_ |= unit < 64 ? 0 : bit;
     }
+    constexpr bool contains(unichar unit) const {
+        return ((unit < 64 ? lower_ : upper_) >> (unit & 63) & 1) != 0;
+    }
+    // The members that the other has too, those that it has not, and those of either.
+    constexpr AsciiSet with(AsciiSet other) const { return {lower_ & other.lower_, upper_ & other.upper_}; }
     constexpr AsciiSet without(AsciiSet other) const {
-        return AsciiSet(bits_[0] & ~other.bits_[0], bits_[1] & ~other.bits_[1]);
+        return {lower_ & ~other.lower_, upper_ & ~other.upper_};
     }
     constexpr AsciiSet orThoseOf(AsciiSet other) const {
-        return AsciiSet(bits_[0] | other.bits_[0], bits_[1] | other.bits_[1]);
+        return {lower_ | other.lower_, upper_ | other.upper_};
     }
 
 private:
-    constexpr AsciiSet(std::uint64_t lower, std::uint64_t upper) : bits_{lower, upper} {}
+    constexpr AsciiSet(std::uint64_t lower, std::uint64_t upper) : lower_(lower), upper_(upper) {}
 
-    std::uint64_t bits_[2] = {};
+    std::uint64_t lower_ = 0, upper_ = 0;
 };
 
 // A list of characters that a caller gives as a string.
 struct UnitList {
     explicit UnitList(NSString list) {
-        takeBlocks(list, [this](std::u16string_view& units, bool) {
+        AsciiSet found;
+        takeBlocks(list, [&](std::u16string_view& units, bool) {
             for (const unichar unit : units) {
                 if (isAscii(unit))
-                    ascii.add(unit);
+                    found.add(unit);
                 else
                     others += unit;
             }
             units = {};
             return true;
         });
+        ascii = found;
     }
     bool contains(unichar unit) const {
         return isAscii(unit) ? ascii.contains(unit) : others.find(unit) != std::u16string::npos;
