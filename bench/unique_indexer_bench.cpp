@@ -25,8 +25,8 @@ private:
 };
 UNIQUE_INDEXER_BENCHMARK(LibrarysIndexer, "Library");
 
-// A bit for each number below a capacity that is known beforehand; above it levels with a bit for each word of
-// the level below that is not zero.
+// A bit for each number below a capacity that is known beforehand; above it levels with a bit for each word
+// of the level below that is not zero.
 class Bitmap {
 public:
     explicit Bitmap(std::int64_t capacity) {

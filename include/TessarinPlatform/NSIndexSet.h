@@ -10,7 +10,7 @@ public:
     using Handle::Handle;
 
     static NSIndexSet indexSet() { return send<NSIndexSet>(classObject(), "indexSet"_sel); }
-    // NSNotFound and anything above it raises NSInvalidArgumentException.
+    // NSNotFound, anything above it, and a range that reaches it raise NSInvalidArgumentException.
     static NSIndexSet indexSetWithIndex(NSUInteger index) {
         return send<NSIndexSet>(classObject(), "indexSetWithIndex:"_sel, index);
     }
@@ -30,9 +30,11 @@ public:
     }
 
     NSUInteger count() const { return send<NSUInteger>(*this, "count"_sel); }
+    // NO for NSNotFound and anything above it.
     bool containsIndex(NSUInteger index) const {
         return send<BOOL>(*this, "containsIndex:"_sel, index) != NO;
     }
+    // YES for a range of no length; one that reaches NSNotFound raises.
     bool containsIndexesInRange(NSRange range) const {
         return send<BOOL>(*this, "containsIndexesInRange:"_sel, range) != NO;
     }

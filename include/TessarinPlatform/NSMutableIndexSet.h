@@ -13,11 +13,12 @@ public:
 
     [[nodiscard]] NSMutableIndexSet init() const { return send<NSMutableIndexSet>(*this, "init"_sel); }
 
-    // NSNotFound and anything above it raises NSInvalidArgumentException; nothing is added then.
+    // NSNotFound, anything above it, and a range that reaches it raise NSInvalidArgumentException, and the
+    // set stays as it is. A range of no length is nothing.
     void addIndex(NSUInteger index) const { send<void>(*this, "addIndex:"_sel, index); }
     void addIndexes(NSIndexSet other) const { send<void>(*this, "addIndexes:"_sel, other); }
     void addIndexesInRange(NSRange range) const { send<void>(*this, "addIndexesInRange:"_sel, range); }
-    // Removing what is not in the set is nothing.
+    // Likewise. Removing an index that is not in the set is nothing.
     void removeIndex(NSUInteger index) const { send<void>(*this, "removeIndex:"_sel, index); }
     void removeIndexes(NSIndexSet other) const { send<void>(*this, "removeIndexes:"_sel, other); }
     void removeIndexesInRange(NSRange range) const { send<void>(*this, "removeIndexesInRange:"_sel, range); }
