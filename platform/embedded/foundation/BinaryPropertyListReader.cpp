@@ -19,7 +19,7 @@ using namespace binaryPropertyList;
 
 // How many references may be followed beyond those of a document that shares nothing. Where each place has
 // its own mutable containers, a small document can stand for a list that no memory holds.
-constexpr std::size_t mostSharedReferences = std::size_t{1} << 22;
+constexpr std::size_t mostSharedReferences = std::size_t{1} << 20;
 
 class Reader {
 public:
