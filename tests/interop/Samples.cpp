@@ -158,28 +158,32 @@ NSObject nothing() { return nil; }
 } // namespace
 
 const std::vector<Sample>& samples() {
-    static const std::vector<Sample> all{{"strings", strings},
-                                         {"mutable-string", mutableString},
-                                         {"null", null},
-                                         {"text-null", textNull},
-                                         {"booleans", booleans},
-                                         {"integers", integers},
-                                         {"largest-integer", largestInteger},
-                                         {"reals", reals},
-                                         {"precise-real", preciseReal},
-                                         {"data", data},
-                                         {"mutable-data", mutableData},
-                                         {"dates", dates},
-                                         {"date-with-fraction", dateWithFraction},
-                                         {"urls", urls},
-                                         {"array", array},
-                                         {"mutable-array", mutableArray},
-                                         {"dictionary", dictionary},
-                                         {"mutable-dictionary", mutableDictionary},
-                                         {"shared-objects", sharedObjects},
-                                         {"tracks", tracks},
-                                         {"track-without-next", trackWithoutNext},
-                                         {"nil", nothing}};
+    static const std::vector<Sample> all = [] {
+        std::vector<Sample> found{{"strings", strings},
+                                  {"mutable-string", mutableString},
+                                  {"null", null},
+                                  {"text-null", textNull},
+                                  {"booleans", booleans},
+                                  {"integers", integers},
+                                  {"largest-integer", largestInteger},
+                                  {"reals", reals},
+                                  {"precise-real", preciseReal},
+                                  {"data", data},
+                                  {"mutable-data", mutableData},
+                                  {"dates", dates},
+                                  {"date-with-fraction", dateWithFraction},
+                                  {"urls", urls},
+                                  {"array", array},
+                                  {"mutable-array", mutableArray},
+                                  {"dictionary", dictionary},
+                                  {"mutable-dictionary", mutableDictionary},
+                                  {"shared-objects", sharedObjects},
+                                  {"tracks", tracks},
+                                  {"track-without-next", trackWithoutNext},
+                                  {"nil", nothing}};
+        for (const Sample& sample : transformedValueSamples()) found.push_back(sample);
+        return found;
+    }();
     return all;
 }
 

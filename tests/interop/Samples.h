@@ -17,11 +17,16 @@
 
 namespace tessarin::interop {
 
+inline bool isEqualOrNil(NSObject read, NSObject made) { return read == made || read.isEqual(made); }
+
 struct Sample {
     const char* name; // that of its files as well
     NSObject (*make)();
+    bool (*isReadAs)(NSObject read, NSObject made) = isEqualOrNil; // what an archive gives back
 };
 const std::vector<Sample>& samples();
+// Those of them that hold a TSSRTransformedValue.
+std::vector<Sample> transformedValueSamples();
 
 struct ArchiveFormat {
     const char* name;

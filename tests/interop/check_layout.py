@@ -42,6 +42,11 @@ def track(name, channel, following):
                     frames=INT64_MIN, pan=0.5, gain=0.125, bytes=TRACK_BYTES)
 
 
+def transformed_value(**values):
+    values = {key if key.startswith("TSR") else f"TSSRValueTransformer{key}": value for key, value in values.items()}
+    return instance("TSSRTransformedValue", TSSRValueTransformerValueClass="NSNumber", **values)
+
+
 # What each sample holds. An object that was met before stands as its number in the archive.
 EXPECTED = {
     "strings": array("", "text", "\u00e9\u20ac\u05d0", "<&>\"'", "$class"),
@@ -66,6 +71,11 @@ EXPECTED = {
     "tracks": array(track("first", 1, track("second", 2, 2)), 5, track("third", 3, 2)),
     "track-without-next": track("last", 4, None),
     "nil": None,
+    "transformed-value": transformed_value(TransformedValue=5),
+    "transformed-value-described": transformed_value(TransformedValueDescription="a plain value"),
+    "transformed-value-nil": transformed_value(TransformedValueDescription=None),
+    "transformed-value-shorter-key": transformed_value(TransformedValue="ignored",
+                                                       TSRValueTransformerTransformedValue="restored"),
 }
 
 
