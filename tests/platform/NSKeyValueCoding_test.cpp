@@ -140,15 +140,15 @@ TEST_F(KeyValueCodingTest, ReadsByTheFirstOfThreeOperations) {
 }
 
 TEST_F(KeyValueCodingTest, ReadsTheFirstOfFourInstanceVariables) {
-    variable<NSString>(car, "_name") = "first"_ns;
-    variable<NSString>(car, "_isName") = "second"_ns;
+    variable<NSString>(car, "_name") = retain("first"_ns).leak();
+    variable<NSString>(car, "_isName") = retain("second"_ns).leak();
     EXPECT_EQ(shown(car.valueForKey("name"_ns)), "first");
-    variable<NSString>(car, "_isColor") = "red"_ns;
-    variable<NSString>(car, "color") = "blue"_ns;
+    variable<NSString>(car, "_isColor") = retain("red"_ns).leak();
+    variable<NSString>(car, "color") = retain("blue"_ns).leak();
     EXPECT_EQ(shown(car.valueForKey("color"_ns)), "red");
     variable<NSString>(car, "owner") = "third"_ns;
     EXPECT_EQ(shown(car.valueForKey("owner"_ns)), "third");
-    variable<NSString>(car, "isDriver") = "fourth"_ns;
+    variable<NSString>(car, "isDriver") = retain("fourth"_ns).leak();
     EXPECT_EQ(shown(car.valueForKey("driver"_ns)), "fourth");
     variable<Class>(car, "maker") = "NSString"_class;
     EXPECT_EQ(car.valueForKey("maker"_ns), "NSString"_class);
