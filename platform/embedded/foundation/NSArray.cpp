@@ -271,7 +271,7 @@ bool inheritsArrayPrimitives(NSObject object) {
 }
 
 ClassDescription describeNSArray() {
-    return {
+    ClassDescription description{
         .name = "NSArray",
         .superclass = "NSObject",
         .protocols = {"NSCopying", "NSMutableCopying", "NSFastEnumeration"},
@@ -312,6 +312,8 @@ ClassDescription describeNSArray() {
                     instanceMethod("sortedArrayUsingSelector:", sortedArrayUsingSelector),
                     instanceMethod("componentsJoinedByString:", componentsJoinedByString)},
     };
+    for (const MethodRow& row : arrayEnumerationMethods()) description.methods.push_back(row);
+    return description;
 }
 
 } // namespace tessarin::embedded
