@@ -17,6 +17,10 @@ public:
     void unlock() const { send<void>(*this, "unlock"_sel); }
     // Whether the lock was free and is now held by the caller; it never waits.
     bool tryLock() const { return send<BOOL>(*this, "tryLock"_sel) != NO; }
+
+    // What the log calls it; nil at first. The name is copied.
+    NSString name() const { return send<NSString>(*this, "name"_sel); }
+    void setName(NSString name) const { send<void>(*this, "setName:"_sel, name); }
 };
 
 } // namespace tessarin

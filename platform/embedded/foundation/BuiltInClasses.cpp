@@ -20,6 +20,9 @@ ClassDescription describeNSCharacterSet();
 ClassDescription describeNSData();
 ClassDescription describeNSMutableData();
 ClassDescription describeNSDate();
+ClassDescription describeNSIndexSet();
+ClassDescription describeNSMutableIndexSet();
+ClassDescription describeNSLock();
 ClassDescription describeNSNull();
 ClassDescription describeNSURL();
 ClassDescription describeNSFileManager();
@@ -42,6 +45,9 @@ const BuiltInClass builtInClasses[] = {
     {"NSData", describeNSData},
     {"NSMutableData", describeNSMutableData},
     {"NSDate", describeNSDate},
+    {"NSIndexSet", describeNSIndexSet},
+    {"NSMutableIndexSet", describeNSMutableIndexSet},
+    {"NSLock", describeNSLock},
     {"NSNull", describeNSNull},
     {"NSURL", describeNSURL},
     {"NSFileManager", describeNSFileManager},

@@ -1,0 +1,466 @@
+#include "PlatformTest.h"
+
+#include "TessarinFoundation/TSSRUniqueIndexer.h"
+
+#include <functional>
+#include <limits>
+#include <thread>
+
+namespace tessarin::testing {
+namespace {
+
+constexpr NSInteger highestIndex = NSNotFound - 1;
+
+using Indexes = std::vector<NSInteger>;
+
+Indexes indexesOf(NSIndexSet set) {
+    Indexes indexes;
+    for (auto index = static_cast<NSInteger>(set.firstIndex()); index != NSNotFound;
+         index = static_cast<NSInteger>(set.indexGreaterThanIndex(static_cast<NSUInteger>(index))))
+        indexes.push_back(index);
+    return indexes;
+}
+
+class TSSRUniqueIndexerTest : public PlatformTest {
+protected:
+    void registerAll(std::initializer_list<NSInteger> indexes) {
+        for (const NSInteger index : indexes) EXPECT_EQ(indexer_.registerIndex(index), index);
+    }
+    Indexes used() const { return indexesOf(indexer_.usedIndexes()); }
+    Indexes freed() const { return indexesOf(indexer_.freedIndexes()); }
+    // Whether another thread could take the indexer's lock.
+    bool isLocked() const {
+        bool taken = false;
+        std::thread([&] {
+            const NSLock lock = instanceVariableOf<NSLock>(indexer_, "tsrpriv_lock");
+            taken = lock.tryLock();
+            if (taken) lock.unlock();
+        }).join();
+        return !taken;
+    }
+
+    const Retained<TSSRUniqueIndexer> indexer_ = adopt(TSSRUniqueIndexer::alloc().init());
+};
+
+// ---- A new indexer
+
+TEST_F(TSSRUniqueIndexerTest, AFreshIndexerOffersNothing) {
+    EXPECT_EQ(indexer_.firstAvailableIndex(), NSNotFound);
+    EXPECT_EQ(indexer_.firstUsedIndex(), NSNotFound);
+    EXPECT_EQ(indexer_.lastUsedIndex(), NSNotFound);
+    EXPECT_EQ(indexer_.availableIndexesOfCount(3), nil);
+    EXPECT_EQ(indexer_.availableIndexesOfCount(1), nil);
+    const NSIndexSet none = indexer_.availableIndexesOfCount(0);
+    ASSERT_TRUE(none);
+    EXPECT_EQ(none.count(), 0u);
+}
+
+TEST_F(TSSRUniqueIndexerTest, AFreshIndexerLocksAndHasEmptySets) {
+    EXPECT_TRUE(indexer_.shouldLock());
+    EXPECT_TRUE(used().empty());
+    EXPECT_TRUE(freed().empty());
+    EXPECT_NE(indexer_.usedIndexes(), indexer_.freedIndexes());
+}
+
+TEST_F(TSSRUniqueIndexerTest, IsAnObjectThatIsNeitherCopiedNorArchived) {
+    EXPECT_EQ(TSSRUniqueIndexer::classObject().superclass(), NSObject::classObject());
+    for (const Protocol protocol : {"NSCopying"_protocol, "NSMutableCopying"_protocol, "NSCoding"_protocol})
+        EXPECT_FALSE(indexer_.conformsToProtocol(protocol));
+    EXPECT_THROWS_NAMED(indexer_.copy(), "NSInvalidArgumentException");
+}
+
+// The initialiser of the root class, which gives up the object when it is told to.
+thread_local bool rootInitialiserFails = false;
+id initOfRoot(NSObject self, SEL) {
+    if (!rootInitialiserFails) return self;
+    adopt(self).reset();
+    return nil;
+}
+
+TEST_F(TSSRUniqueIndexerTest, AFailedBaseInitialiserGivesNil) {
+    static const ExtensionGroup group{"NSObject", "UniqueIndexerTests", {instanceMethod("init", initOfRoot)}};
+    const TSSRUniqueIndexer raw = TSSRUniqueIndexer::alloc();
+    rootInitialiserFails = true;
+    const TSSRUniqueIndexer made = raw.init();
+    rootInitialiserFails = false;
+    EXPECT_EQ(made, nil);
+    EXPECT_NE(adopt(TSSRUniqueIndexer::alloc().init()), nil);
+}
+
+// ---- Registering
+
+TEST_F(TSSRUniqueIndexerTest, AnyIndexIsOnePastTheHighestInUse) {
+    registerAll({0, 1, 2});
+    EXPECT_EQ(indexer_.registerIndex(NSNotFound), 3);
+    EXPECT_EQ(used(), (Indexes{0, 1, 2, 3}));
+}
+
+TEST_F(TSSRUniqueIndexerTest, AFreedIndexIsPreferred) {
+    registerAll({0, 1, 2, 3});
+    EXPECT_TRUE(indexer_.freeIndex(1));
+    EXPECT_EQ(indexer_.firstAvailableIndex(), 1);
+    EXPECT_EQ(indexer_.registerIndex(NSNotFound), 1);
+    EXPECT_TRUE(freed().empty());
+}
+
+TEST_F(TSSRUniqueIndexerTest, TheLowestFreedIndexIsPreferred) {
+    registerAll({0, 1, 2, 3});
+    indexer_.freeIndex(2);
+    indexer_.freeIndex(0);
+    EXPECT_EQ(indexer_.registerIndex(-1), 0);
+    EXPECT_EQ(indexer_.registerIndex(-1), 2);
+    EXPECT_EQ(indexer_.registerIndex(-1), 4);
+}
+
+TEST_F(TSSRUniqueIndexerTest, ATakenIndexIsReplacedByAnother) {
+    registerAll({0, 1, 2});
+    EXPECT_EQ(indexer_.registerIndex(1), 3);
+    EXPECT_EQ(used(), (Indexes{0, 1, 2, 3}));
+}
+
+TEST_F(TSSRUniqueIndexerTest, ANegativeIndexAsksForAny) {
+    registerAll({5});
+    EXPECT_EQ(indexer_.registerIndex(-1), 6);
+    EXPECT_EQ(indexer_.registerIndex(std::numeric_limits<NSInteger>::min()), 7);
+}
+
+TEST_F(TSSRUniqueIndexerTest, IndexesBelowTheFirstAreNeverOffered) {
+    registerAll({10});
+    EXPECT_EQ(used(), (Indexes{10}));
+    EXPECT_EQ(indexer_.firstAvailableIndex(), 11);
+    for (NSInteger expected = 11; expected < 20; ++expected)
+        EXPECT_EQ(indexer_.registerIndex(NSNotFound), expected);
+}
+
+TEST_F(TSSRUniqueIndexerTest, AGapIsOfferedOnlyOnceItWasFreed) {
+    registerAll({0, 1, 2});
+    EXPECT_TRUE(indexer_.freeIndex(2));
+    registerAll({5});
+    EXPECT_EQ(used(), (Indexes{0, 1, 5}));
+    EXPECT_EQ(freed(), (Indexes{2}));
+    EXPECT_EQ(indexer_.registerIndex(NSNotFound), 2);
+    EXPECT_EQ(indexer_.registerIndex(NSNotFound), 6);
+}
+
+TEST_F(TSSRUniqueIndexerTest, RegisteringAFreedIndexTakesItFromTheFreedOnes) {
+    registerAll({0, 1, 2});
+    indexer_.freeIndex(0);
+    indexer_.freeIndex(1);
+    registerAll({1});
+    EXPECT_EQ(freed(), (Indexes{0}));
+    EXPECT_EQ(used(), (Indexes{1, 2}));
+}
+
+TEST_F(TSSRUniqueIndexerTest, BehindTheHighestIndexThereIsNone) {
+    registerAll({highestIndex});
+    EXPECT_EQ(indexer_.firstAvailableIndex(), NSNotFound);
+    EXPECT_EQ(indexer_.availableIndexesOfCount(1), nil);
+    EXPECT_EQ(indexer_.lastUsedIndex(), highestIndex);
+}
+
+TEST_F(TSSRUniqueIndexerTest, RegisteringLeavesTheLockFree) {
+    registerAll({0});
+    EXPECT_EQ(indexer_.registerIndex(0), 1);
+    EXPECT_FALSE(isLocked());
+    EXPECT_TRUE(indexer_.shouldLock());
+}
+
+TEST_F(TSSRUniqueIndexerTest, AFirstRegistrationWithoutAnIndexRaises) {
+    indexer_.setShouldLock(false);
+    EXPECT_THROWS_NAMED(indexer_.registerIndex(NSNotFound), "NSInvalidArgumentException");
+    EXPECT_THROWS_NAMED(indexer_.registerIndex(-1), "NSInvalidArgumentException");
+    EXPECT_TRUE(used().empty());
+    EXPECT_FALSE(indexer_.shouldLock());
+    EXPECT_FALSE(isLocked());
+}
+
+TEST_F(TSSRUniqueIndexerTest, AFirstRegistrationWithoutAnIndexLeavesTheLockHeld) {
+    EXPECT_THROWS_NAMED(indexer_.registerIndex(NSNotFound), "NSInvalidArgumentException");
+    EXPECT_TRUE(isLocked());
+    EXPECT_TRUE(indexer_.shouldLock());
+    indexer_.unlock();
+    registerAll({4});
+}
+
+// ---- Freeing
+
+TEST_F(TSSRUniqueIndexerTest, FreeingTwiceAnswersYesAndThenNo) {
+    registerAll({0, 1});
+    EXPECT_TRUE(indexer_.freeIndex(1));
+    EXPECT_FALSE(indexer_.freeIndex(1));
+    EXPECT_EQ(freed(), (Indexes{1}));
+}
+
+TEST_F(TSSRUniqueIndexerTest, FreeingWhatIsNotInUseChangesNothing) {
+    registerAll({0, 1});
+    for (const NSInteger index :
+         {NSInteger{2}, NSInteger{-1}, NSNotFound, std::numeric_limits<NSInteger>::min()})
+        EXPECT_FALSE(indexer_.freeIndex(index)) << index;
+    EXPECT_EQ(used(), (Indexes{0, 1}));
+    EXPECT_TRUE(freed().empty());
+    EXPECT_FALSE(isLocked());
+}
+
+TEST_F(TSSRUniqueIndexerTest, FreeingAllMakesItFresh) {
+    registerAll({0, 1, 2});
+    indexer_.freeIndex(1);
+    indexer_.freeAllIndexes();
+    EXPECT_TRUE(used().empty());
+    EXPECT_TRUE(freed().empty());
+    EXPECT_EQ(indexer_.firstAvailableIndex(), NSNotFound);
+    EXPECT_EQ(indexer_.availableIndexesOfCount(2), nil);
+    EXPECT_FALSE(isLocked());
+    registerAll({3});
+    EXPECT_EQ(indexer_.registerIndex(NSNotFound), 4);
+}
+
+TEST_F(TSSRUniqueIndexerTest, FreeingTheLastOneKeepsItOnOffer) {
+    registerAll({7});
+    indexer_.freeIndex(7);
+    EXPECT_EQ(indexer_.firstUsedIndex(), NSNotFound);
+    EXPECT_EQ(indexer_.registerIndex(NSNotFound), 7);
+}
+
+// ---- Asking
+
+TEST_F(TSSRUniqueIndexerTest, AskingRegistersNothing) {
+    registerAll({0, 1});
+    EXPECT_EQ(indexer_.firstAvailableIndex(), 2);
+    EXPECT_EQ(indexer_.firstAvailableIndex(), 2);
+    EXPECT_EQ(used(), (Indexes{0, 1}));
+}
+
+TEST_F(TSSRUniqueIndexerTest, AvailableIndexesAreTheFirstOneHoweverManyAreWanted) {
+    registerAll({0, 1});
+    for (const NSUInteger count : {NSUInteger{1}, NSUInteger{5}, std::numeric_limits<NSUInteger>::max()})
+        EXPECT_EQ(indexesOf(indexer_.availableIndexesOfCount(count)), (Indexes{2})) << count;
+    EXPECT_EQ(indexesOf(indexer_.availableIndexesOfCount(0)), (Indexes{}));
+    EXPECT_EQ(used(), (Indexes{0, 1}));
+    EXPECT_TRUE(freed().empty());
+}
+
+TEST_F(TSSRUniqueIndexerTest, AvailableIndexesAreAnImmutableAutoreleasedSet) {
+    registerAll({0});
+    EXPECT_FALSE(indexer_.availableIndexesOfCount(1).isKindOfClass(NSMutableIndexSet::classObject()));
+    EXPECT_EQ(ownedReferencesOfNew([&] { return indexer_.availableIndexesOfCount(1); }), 0);
+}
+
+TEST_F(TSSRUniqueIndexerTest, AvailableIndexesLeaveTheLockFreeAndTheFlagAsItWas) {
+    static_cast<void>(indexer_.availableIndexesOfCount(1)); // none
+    EXPECT_FALSE(isLocked());
+    EXPECT_TRUE(indexer_.shouldLock());
+    registerAll({0});
+    static_cast<void>(indexer_.availableIndexesOfCount(1));
+    EXPECT_FALSE(isLocked());
+    EXPECT_TRUE(indexer_.shouldLock());
+    indexer_.setShouldLock(false);
+    static_cast<void>(indexer_.availableIndexesOfCount(1));
+    EXPECT_FALSE(indexer_.shouldLock());
+}
+
+TEST_F(TSSRUniqueIndexerTest, TheFirstAndTheLastUsedIndex) {
+    registerAll({8, 3, 200});
+    EXPECT_EQ(indexer_.firstUsedIndex(), 3);
+    EXPECT_EQ(indexer_.lastUsedIndex(), 200);
+}
+
+// ---- Sets and lock
+
+TEST_F(TSSRUniqueIndexerTest, TheSetsAreTheIndexersOwn) {
+    registerAll({0, 1});
+    EXPECT_EQ(indexer_.usedIndexes(), instanceVariableOf<NSObject>(indexer_, "tsrpriv_usedIndexes"));
+    EXPECT_EQ(indexer_.freedIndexes(), instanceVariableOf<NSObject>(indexer_, "tsrpriv_freedIndexes"));
+    indexer_.usedIndexes().addIndex(20);
+    EXPECT_EQ(indexer_.registerIndex(NSNotFound), 21);
+    indexer_.freedIndexes().addIndex(15);
+    EXPECT_EQ(indexer_.firstAvailableIndex(), 15);
+}
+
+TEST_F(TSSRUniqueIndexerTest, LockAndUnlockAreThoseOfItsLock) {
+    indexer_.lock();
+    EXPECT_TRUE(isLocked());
+    indexer_.unlock();
+    EXPECT_FALSE(isLocked());
+}
+
+TEST_F(TSSRUniqueIndexerTest, WithoutLockingNeitherDoesAnything) {
+    indexer_.setShouldLock(false);
+    EXPECT_FALSE(indexer_.shouldLock());
+    indexer_.lock();
+    EXPECT_FALSE(isLocked());
+    indexer_.unlock();
+}
+
+TEST_F(TSSRUniqueIndexerTest, WithoutLockingItWorksUnderAHeldLock) {
+    indexer_.lock();
+    indexer_.setShouldLock(false);
+    registerAll({0});
+    EXPECT_EQ(indexer_.registerIndex(0), 1);
+    EXPECT_TRUE(indexer_.freeIndex(0));
+    EXPECT_EQ(indexesOf(indexer_.availableIndexesOfCount(2)), (Indexes{0}));
+    indexer_.freeAllIndexes();
+    indexer_.setShouldLock(true);
+    EXPECT_TRUE(isLocked());
+    indexer_.unlock();
+}
+
+TEST_F(TSSRUniqueIndexerTest, WhatTakesNoLockIsAnsweredUnderAHeldLock) {
+    registerAll({3, 4});
+    indexer_.lock();
+    EXPECT_EQ(indexer_.firstUsedIndex(), 3);
+    EXPECT_EQ(indexer_.lastUsedIndex(), 4);
+    EXPECT_EQ(indexer_.usedIndexes().count(), 2u);
+    EXPECT_EQ(indexer_.freedIndexes().count(), 0u);
+    indexer_.unlock();
+}
+
+// ---- Ownership
+
+TEST_F(TSSRUniqueIndexerTest, OwnsItsSetsAndItsLock) {
+    Retained<TSSRUniqueIndexer> indexer = adopt(TSSRUniqueIndexer::alloc().init());
+    std::vector<Retained<NSObject>> owned;
+    for (const char* name : {"tsrpriv_usedIndexes", "tsrpriv_freedIndexes", "tsrpriv_lock"})
+        owned.push_back(retain(instanceVariableOf<NSObject>(indexer, name)));
+    for (const auto& object : owned) EXPECT_EQ(object.retainCount(), 2u);
+    indexer.reset();
+    for (const auto& object : owned) EXPECT_EQ(object.retainCount(), 1u);
+}
+
+// An object that writes down that it goes.
+std::vector<int>& departures() {
+    static std::vector<int> numbers;
+    return numbers;
+}
+void deallocMarked(NSObject self, SEL selector) {
+    departures().push_back(instanceVariableOf<int>(self, "number"));
+    sendSuper<void>(self, "UniqueIndexerTestMark"_class, selector);
+}
+
+TEST_F(TSSRUniqueIndexerTest, ReleasesUsedSetFreedSetAndLockInThisOrder) {
+    static const ClassDefinition mark{{.name = "UniqueIndexerTestMark",
+                                       .instanceVariables = {instanceVariable<int>("number")},
+                                       .methods = {instanceMethod("dealloc", deallocMarked)}}};
+    Retained<TSSRUniqueIndexer> indexer = adopt(TSSRUniqueIndexer::alloc().init());
+    int number = 0;
+    for (const char* name : {"tsrpriv_usedIndexes", "tsrpriv_freedIndexes", "tsrpriv_lock"}) {
+        const NSObject marked = mark.classObject().alloc();
+        instanceVariableOf<int>(marked, "number") = ++number;
+        adopt(std::exchange(instanceVariableOf<NSObject>(indexer, name), marked)).reset();
+    }
+    indexer.reset();
+    EXPECT_EQ(departures(), (std::vector<int>{1, 2, 3}));
+}
+
+TEST_F(TSSRUniqueIndexerTest, MayGoWhileItsLockIsHeld) {
+    const Retained<TSSRUniqueIndexer> indexer = adopt(TSSRUniqueIndexer::alloc().init());
+    EXPECT_THROWS_NAMED(indexer.registerIndex(NSNotFound), "NSInvalidArgumentException");
+    EXPECT_EQ(indexer.retainCount(), 1u);
+}
+
+// ---- Subclasses: one counts how often it locks, one offers even indexes only
+
+NSUInteger& lockCountOf(TSSRUniqueIndexer indexer) {
+    return instanceVariableOf<NSUInteger>(indexer, "lockCount");
+}
+void countLock(TSSRUniqueIndexer self, SEL selector) {
+    ++lockCountOf(self);
+    sendSuper<void>(self, "UniqueIndexerTestCounter"_class, selector);
+}
+NSInteger firstEvenIndex(TSSRUniqueIndexer self, SEL selector) {
+    const auto index = sendSuper<NSInteger>(self, "UniqueIndexerTestEven"_class, selector);
+    return index + index % 2;
+}
+
+TEST_F(TSSRUniqueIndexerTest, ASubclassKeepsItsOwnVariablesBehindThose) {
+    static const ClassDefinition counter{{.name = "UniqueIndexerTestCounter",
+                                          .superclass = "TSSRUniqueIndexer",
+                                          .instanceVariables = {instanceVariable<NSUInteger>("lockCount")},
+                                          .methods = {instanceMethod("lock", countLock)}}};
+    const Retained<TSSRUniqueIndexer> indexer =
+        adopt(TSSRUniqueIndexer(counter.classObject().alloc()).init());
+    EXPECT_TRUE(indexer.shouldLock());
+    EXPECT_EQ(lockCountOf(indexer), 0u);
+    EXPECT_EQ(indexer.registerIndex(0), 0);
+    EXPECT_EQ(lockCountOf(indexer), 1u);
+    EXPECT_EQ(indexer.registerIndex(0), 1);
+    EXPECT_EQ(lockCountOf(indexer), 3u) << "the nested call sends lock, which does nothing";
+    EXPECT_TRUE(indexer.freeIndex(0));
+    indexer.freeAllIndexes();
+    EXPECT_EQ(lockCountOf(indexer), 5u);
+    EXPECT_EQ(indexer.usedIndexes().count(), 0u);
+}
+
+TEST_F(TSSRUniqueIndexerTest, ASubclassMayHaveAnotherIdeaOfWhatIsAvailable) {
+    static const ClassDefinition even{{.name = "UniqueIndexerTestEven",
+                                       .superclass = "TSSRUniqueIndexer",
+                                       .methods = {instanceMethod("firstAvailableIndex", firstEvenIndex)}}};
+    const Retained<TSSRUniqueIndexer> indexer = adopt(TSSRUniqueIndexer(even.classObject().alloc()).init());
+    EXPECT_EQ(indexer.registerIndex(0), 0);
+    EXPECT_EQ(indexer.registerIndex(NSNotFound), 2);
+    EXPECT_EQ(indexesOf(indexer.availableIndexesOfCount(3)), (Indexes{4}));
+}
+
+// ---- Many threads
+
+class ConcurrentUniqueIndexerTest : public TSSRUniqueIndexerTest {
+protected:
+    static constexpr NSInteger threadCount = 8;
+
+    static void onManyThreads(const std::function<void(NSInteger thread)>& work) {
+        std::vector<std::thread> threads;
+        for (NSInteger thread = 0; thread < threadCount; ++thread)
+            threads.emplace_back([&work, thread] {
+                const AutoreleasePool pool;
+                work(thread);
+            });
+        for (std::thread& thread : threads) thread.join();
+    }
+};
+
+TEST_F(ConcurrentUniqueIndexerTest, FreeIndexesAreRegisteredAndFreed) {
+    constexpr NSInteger perThread = 1'000;
+    std::vector<NSInteger> mistakes(threadCount);
+    onManyThreads([&](NSInteger thread) {
+        NSInteger& wrong = mistakes[static_cast<std::size_t>(thread)];
+        for (NSInteger number = 0; number < perThread; ++number) {
+            const NSInteger index = number * threadCount + thread;
+            wrong += indexer_.registerIndex(index) != index;
+            if (number % 2 == 0) wrong += !indexer_.freeIndex(index);
+            wrong += indexer_.freeIndex(-1);
+            indexer_.firstAvailableIndex();
+        }
+    });
+    EXPECT_EQ(mistakes, std::vector<NSInteger>(threadCount));
+    EXPECT_EQ(indexer_.usedIndexes().count(), static_cast<NSUInteger>(threadCount * perThread / 2));
+    EXPECT_EQ(indexer_.freedIndexes().count(), static_cast<NSUInteger>(threadCount * perThread / 2));
+}
+
+TEST_F(ConcurrentUniqueIndexerTest, EachIndexIsFreedByOneThread) {
+    constexpr NSInteger count = 2'000;
+    for (NSInteger index = 0; index < count; ++index) indexer_.registerIndex(index);
+    std::vector<NSInteger> freedBy(threadCount);
+    onManyThreads([&](NSInteger thread) {
+        for (NSInteger index = 0; index < count; ++index)
+            freedBy[static_cast<std::size_t>(thread)] += indexer_.freeIndex(index);
+    });
+    NSInteger sum = 0;
+    for (const NSInteger number : freedBy) sum += number;
+    EXPECT_EQ(sum, count);
+    EXPECT_EQ(indexer_.firstUsedIndex(), NSNotFound);
+}
+
+TEST_F(ConcurrentUniqueIndexerTest, IndexersWithoutALockAreIndependent) {
+    std::vector<NSInteger> last(threadCount);
+    onManyThreads([&](NSInteger thread) {
+        const Retained<TSSRUniqueIndexer> own = adopt(TSSRUniqueIndexer::alloc().init());
+        own.setShouldLock(false);
+        own.registerIndex(thread);
+        for (int number = 0; number < 500; ++number) own.registerIndex(NSNotFound);
+        last[static_cast<std::size_t>(thread)] = own.lastUsedIndex();
+    });
+    for (NSInteger thread = 0; thread < threadCount; ++thread)
+        EXPECT_EQ(last[static_cast<std::size_t>(thread)], thread + 500);
+}
+
+} // namespace
+} // namespace tessarin::testing
