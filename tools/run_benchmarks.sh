@@ -7,7 +7,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 rounds=${1:-5}
 
-tools/install_packages.sh g++ cmake ninja-build libbenchmark-dev qt6-base-dev gobjc libgnustep-base-dev python3
+tools/install_packages.sh g++ cmake ninja-build libbenchmark-dev libfmt-dev qt6-base-dev gobjc libgnustep-base-dev python3
 
 for preset in bench bench-native; do
     cmake --preset "$preset" >/dev/null

@@ -20,6 +20,7 @@
 #include "TessarinPlatform/NSMutableString.h"
 #include "TessarinPlatform/NSNull.h"
 #include "TessarinPlatform/NSNumber.h"
+#include "TessarinPlatform/NSNumberFormatter.h"
 #include "TessarinPlatform/NSPropertyListSerialization.h"
 #include "TessarinPlatform/NSURL.h"
 #include "TessarinPlatform/RandomNumbers.h"

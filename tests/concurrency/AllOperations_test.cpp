@@ -64,6 +64,17 @@ TEST_F(ConcurrentTest, KeyPathsTrimmingURLsAndFileManagers) {
     });
 }
 
+TEST_F(ConcurrentTest, SizesAndDurations) {
+    const Retained<NSNumber> size = retain(NSNumber::numberWithUnsignedLongLong(1536));
+    onManyThreads(300, [&] {
+        return difference(text(tessarin_stringWithFileSize_ofUnit_forPrecision_longUnit_separateSuffix(
+                              size, 0, 1, false, true)),
+                          "1536 B")
+               + difference(text(tessarin_timeStringWithSeconds(61)), "1 : 01")
+               + difference(text(tessarin_timeStringWithSeconds<NSMutableString>(3661)), "1 : 01 : 01");
+    });
+}
+
 TEST_F(ConcurrentTest, AudioDescriptionsAndComponents) {
     const AudioComponentDescription description{0x61756678, 0x636F6E63, 0x54535430, 0, 0};
     const AudioStreamBasicDescription format{44100.0, 0x6C70636D, 9, 8, 1, 8, 2, 32, 0};

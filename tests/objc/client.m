@@ -38,6 +38,28 @@ static void checkKeyPathsAndTrimming(void) {
     CHECK_TEXT([@"///" tessarin_stringByTrimmingLeadingCharactersInSet:slashes], @"");
 }
 
+static NSString *sizeString(Class receiver, unsigned long long size, UInt16 unit, BOOL longUnit) {
+    return [receiver tessarin_stringWithFileSize:[NSNumber numberWithUnsignedLongLong:size]
+                                          ofUnit:unit
+                                    forPrecision:1
+                                        longUnit:longUnit
+                                  separateSuffix:YES];
+}
+
+static void checkQuantities(void) {
+    CHECK_TEXT(sizeString([NSString class], 1536, 65535, NO), @"1.5 kB");
+    CHECK_TEXT(sizeString([NSString class], 1536, 65535, YES), @"1.5 kilobyte");
+    CHECK_TEXT(sizeString([NSString class], 1, 10, NO), @"0 kiloB");
+    CHECK_RAISES(NSRangeException, sizeString([NSString class], 1, 18, NO));
+    NSMutableString *editable = (NSMutableString *)sizeString([NSMutableString class], 1, 0, NO);
+    [editable appendString:@"!"];
+    CHECK_TEXT(editable, @"1 B!");
+
+    CHECK_TEXT([NSString tessarin_timeStringWithSeconds:61], @"1 : 01");
+    CHECK_TEXT([NSMutableString tessarin_timeStringWithSeconds:3660], @"1 : 01 : 00");
+    CHECK_TEXT([NSString tessarin_timeStringWithSeconds:3600000], @"999:59:59");
+}
+
 static void checkURLsAndFileManagers(void) {
     NSURL *file = [NSURL fileURLWithPath:@"/a/b/c"];
     NSURL *relative = [file tessarin_fileURLRelativeToFileURL:[NSURL fileURLWithPath:@"/a/b"]];
@@ -115,14 +137,60 @@ static void checkComponentIdentity(void) {
     CHECK_TEXT(TSSRErrorDomain, @"Tessarin Error Domain");
 }
 
+@interface GainValue : TSSRTransformedValue {
+    int reads;
+}
+- (int)reads;
+@end
+
+@implementation GainValue
+- (id)transformedValue {
+    ++reads;
+    return [super transformedValue];
+}
+- (int)reads {
+    return reads;
+}
+@end
+
+static void checkTransformedValues(void) {
+    NSNumber *five = [NSNumber numberWithInt:5];
+    TSSRTransformedValue *value = [TSSRTransformedValue transformedValueWithClass:[NSNumber class]
+                                                                            value:five];
+    CHECK([value valueClass] == [NSNumber class] && [value transformedValue] == five);
+    CHECK_TEXT([value description], @"5");
+    CHECK_TEXT([value completeDescription], @"Transformed value '5' of class 'NSNumber'.");
+    CHECK([value boolValue] && [value integerValue] == 5 && [value intValue] == 5);
+    CHECK([value longLongValue] == 5 && [value floatValue] == 5.0F && [value doubleValue] == 5.0);
+    CHECK([value objectValue] == five);
+    CHECK([value conformsToProtocol:@protocol(NSCoding)] && [value conformsToProtocol:@protocol(NSCopying)]);
+
+    NSData *archive = [NSKeyedArchiver archivedDataWithRootObject:value];
+    TSSRTransformedValue *decoded = [NSKeyedUnarchiver unarchiveObjectWithData:archive];
+    CHECK_TEXT((NSString *)[decoded valueClass], @"NSNumber");
+    CHECK([decoded transformedValue] == nil);
+
+    GainValue *gain = [[GainValue alloc] initWithClass:Nil value:five];
+    CHECK([gain intValue] == 5);
+    CHECK([gain reads] == 2);
+    GainValue *copy = [gain copy];
+    CHECK([copy isKindOfClass:[GainValue class]]);
+    CHECK([copy valueClass] == [GainValue class]);
+    CHECK([[copy transformedValue] isEqual:five]);
+    [copy release];
+    [gain release];
+}
+
 int main(void) {
     NSAutoreleasePool *pool = [[NSAutoreleasePool alloc] init];
     checkPaths();
     checkKeyPathsAndTrimming();
+    checkQuantities();
     checkURLsAndFileManagers();
     checkStreamFormats();
     checkParameterDescriptions();
     checkComponentIdentity();
+    checkTransformedValues();
     const int exitCode = closeChecks();
     [pool release];
     return exitCode;

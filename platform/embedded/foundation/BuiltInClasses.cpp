@@ -11,6 +11,7 @@ ClassDescription describeProtocol();
 ClassDescription describeNSString();
 ClassDescription describeNSMutableString();
 ClassDescription describeNSNumber();
+ClassDescription describeNSNumberFormatter();
 ClassDescription describeNSArray();
 ClassDescription describeNSMutableArray();
 ClassDescription describeNSDictionary();
@@ -36,6 +37,7 @@ const BuiltInClass builtInClasses[] = {
     {"NSString", describeNSString},
     {"NSMutableString", describeNSMutableString},
     {"NSNumber", describeNSNumber},
+    {"NSNumberFormatter", describeNSNumberFormatter},
     {"NSArray", describeNSArray},
     {"NSMutableArray", describeNSMutableArray},
     {"NSDictionary", describeNSDictionary},

@@ -2,6 +2,7 @@
 #include "platform/embedded/foundation/ContainerDescription.h"
 #include "platform/embedded/foundation/ContainerEquality.h"
 #include "platform/embedded/foundation/EnumeratorStorage.h"
+#include "platform/embedded/foundation/NSObject+KeyValueCoding.h"
 #include "platform/embedded/foundation/StableSort.h"
 
 #include "TessarinPlatform/NSException.h"
@@ -301,6 +302,8 @@ ClassDescription describeNSArray() {
                     instanceMethod("hash", hash),
                     instanceMethod("description", arrayDescription),
                     instanceMethod("countByEnumeratingWithState:objects:count:", countByEnumerating),
+                    instanceMethod("valueForKey:", valueForKeyOfItems),
+                    instanceMethod("setValue:forKey:", setValueForKeyOfItems),
                     instanceMethod("objectEnumerator", objectEnumerator),
                     instanceMethod("reverseObjectEnumerator", reverseObjectEnumerator),
                     instanceMethod("makeObjectsPerformSelector:", makeObjectsPerformSelector),

@@ -3,6 +3,7 @@
 #include "platform/embedded/foundation/ContainerEquality.h"
 #include "platform/embedded/foundation/DictionaryStorage.h"
 #include "platform/embedded/foundation/EnumeratorStorage.h"
+#include "platform/embedded/foundation/NSObject+KeyValueCoding.h"
 
 #include "TessarinPlatform/NSException.h"
 
@@ -248,6 +249,7 @@ ClassDescription describeNSDictionary() {
                     instanceMethod("objectForKey:", objectForKey),
                     instanceMethod("keyEnumerator", keyEnumerator),
                     instanceMethod("objectEnumerator", objectEnumerator),
+                    instanceMethod("valueForKey:", valueForKeyOfDictionary),
                     instanceMethod("allKeys", allKeys),
                     instanceMethod("allValues", allValues),
                     instanceMethod("countByEnumeratingWithState:objects:count:", countByEnumerating),

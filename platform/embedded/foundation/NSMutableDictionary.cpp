@@ -1,5 +1,6 @@
 #include "platform/embedded/foundation/ArrayStorage.h"
 #include "platform/embedded/foundation/DictionaryStorage.h"
+#include "platform/embedded/foundation/NSObject+KeyValueCoding.h"
 
 #include "TessarinPlatform/NSException.h"
 
@@ -102,6 +103,7 @@ ClassDescription describeNSMutableDictionary() {
                     instanceMethod("copyWithZone:", copyWithZone),
                     instanceMethod("setObject:forKey:", setObject_forKey),
                     instanceMethod("removeObjectForKey:", removeObjectForKey),
+                    instanceMethod("setValue:forKey:", setValueForKeyOfDictionary),
                     instanceMethod("addEntriesFromDictionary:", addEntriesFromDictionary),
                     instanceMethod("setDictionary:", setDictionary),
                     instanceMethod("removeObjectsForKeys:", removeObjectsForKeys),

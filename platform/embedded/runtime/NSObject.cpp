@@ -1,4 +1,5 @@
 // NSObject, the root class, and Protocol.
+#include "platform/embedded/foundation/NSObject+KeyValueCoding.h"
 #include "platform/embedded/runtime/Classes.h"
 #include "platform/embedded/runtime/Instances.h"
 #include "platform/embedded/runtime/ReferenceCounting.h"
@@ -120,7 +121,8 @@ NSString protocolDescription(Protocol self, SEL) { return NSString(protocolName(
 
 const Implementation rootDealloc = reinterpret_cast<Implementation>(dealloc);
 
-ClassDescription describeNSObject() {
+// All but key-value coding.
+static ClassDescription describeRoot() {
     return {.name = "NSObject",
             .superclass = nullptr,
             .protocols = {"NSObject"},
@@ -157,6 +159,13 @@ ClassDescription describeNSObject() {
                 instanceMethod("autorelease", autoreleaseObject),
                 instanceMethod("retainCount", retainCount),
             }};
+}
+
+ClassDescription describeNSObject() {
+    ClassDescription description = describeRoot();
+    const std::vector<MethodRow> keyValueCoding = keyValueCodingMethods();
+    description.methods.insert(description.methods.end(), keyValueCoding.begin(), keyValueCoding.end());
+    return description;
 }
 
 ClassDescription describeProtocol() {

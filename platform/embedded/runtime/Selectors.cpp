@@ -15,11 +15,14 @@ namespace {
 // last.
 class SelectorTable {
 public:
+    SEL find(std::string_view name) {
+        std::shared_lock reading(mutex_);
+        const auto found = selectors_.find(name);
+        return found != selectors_.end() ? found->second : nullptr;
+    }
+
     SEL selectorNamed(std::string_view name) {
-        {
-            std::shared_lock reading(mutex_);
-            if (const auto found = selectors_.find(name); found != selectors_.end()) return found->second;
-        }
+        if (const SEL selector = find(name)) return selector;
         std::unique_lock writing(mutex_);
         if (const auto found = selectors_.find(name); found != selectors_.end()) return found->second;
         const SEL selector = append(name);
@@ -55,6 +58,8 @@ SelectorTable& selectorTable() {
 }
 
 } // namespace
+
+SEL embedded::findSelector(std::string_view name) { return selectorTable().find(name); }
 
 namespace runtime {
 

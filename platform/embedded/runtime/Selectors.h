@@ -3,6 +3,8 @@
 
 #include "TessarinPlatform/Runtime.h"
 
+#include <string_view>
+
 namespace tessarin {
 
 // Records lie side by side in cells of this size, on which dispatch relies.
@@ -11,4 +13,11 @@ struct alignas(1 << runtime::selectorCellShift) SelectorRecord {
 };
 static_assert(sizeof(SelectorRecord) == 1 << runtime::selectorCellShift);
 
+namespace embedded {
+
+// The selector of that name where there is one, null otherwise: for names that come from outside, which would
+// fill the table of selectors for good.
+SEL findSelector(std::string_view name);
+
+} // namespace embedded
 } // namespace tessarin

@@ -1,0 +1,32 @@
+// Key-value coding: operations and instance variables by name.
+//
+//   get<Key>, <key>, is<Key>                 are the operations that read a value, in this order;
+//   set<Key>:                                is the one that writes it;
+//   _<key>, _is<Key>, <key>, is<Key>         are the instance variables that both turn to next, unless the
+//                                            class answers NO to accessInstanceVariablesDirectly.
+//
+// A value that is no object goes in and out as a number. Values that are neither (structures, pointers)
+// cannot be reached, nor can what a class of the platform keeps in C++.
+#pragma once
+
+#include "TessarinPlatform/NSMutableDictionary.h"
+#include "platform/embedded/runtime/BuiltInClass.h"
+
+#include <vector>
+
+namespace tessarin::embedded {
+
+// The rows of NSObject's table.
+std::vector<MethodRow> keyValueCodingMethods();
+
+// What containers do instead. A key that begins with "@" is the container's own: @count is its count. Of the
+// operators that go on with a path, such as @sum, there is none.
+//
+// An array answers the values of its items, NSNull for nil, and passes on what it is given.
+id valueForKeyOfItems(NSArray self, SEL, NSString key);
+void setValueForKeyOfItems(NSArray self, SEL, NSObject value, NSString key);
+// A dictionary answers the object of the key; nil, as a value, removes it.
+id valueForKeyOfDictionary(NSDictionary self, SEL, NSString key);
+void setValueForKeyOfDictionary(NSMutableDictionary self, SEL, NSObject value, NSString key);
+
+} // namespace tessarin::embedded

@@ -1,0 +1,150 @@
+#include "TessarinFoundation/TSSRTransformedValue.h"
+
+#include "TessarinPlatform/Definition.h"
+#include "TessarinPlatform/Retained.h"
+
+using namespace tessarin;
+
+namespace {
+
+// An instance variable lies at the same place in every instance, those of derived classes included.
+template <detail::FixedString Name>
+id& variable(TSSRTransformedValue self) {
+    auto* object = reinterpret_cast<std::byte*>(self.object());
+    static const std::ptrdiff_t offset =
+        static_cast<std::byte*>(runtime::instanceVariableAddress(self.object(), Name.c_str())) - object;
+    return *reinterpret_cast<id*>(object + offset);
+}
+
+id& valueClassOf(TSSRTransformedValue self) { return variable<"valueClass">(self); }
+id& valueOf(TSSRTransformedValue self) { return variable<"transformedValue">(self); }
+
+// ---- Construction and release
+
+TSSRTransformedValue transformedValueWithClass_value(Class self, SEL, Class valueClass, NSObject value) {
+    return adopt(as<TSSRTransformedValue>(self.alloc()).initWithClass_value(valueClass, value)).autorelease();
+}
+
+TSSRTransformedValue superInit(TSSRTransformedValue self) {
+    return sendSuper<TSSRTransformedValue>(self, TSSRTransformedValue::classObject(), "init"_sel);
+}
+
+TSSRTransformedValue initWithClass_value(TSSRTransformedValue self, SEL, Class valueClass, NSObject value) {
+    self = superInit(self);
+    if (!self) return nil;
+    valueClassOf(self) = retain(valueClass).leak();
+    valueOf(self) = retain(value).leak();
+    return self;
+}
+
+void dealloc(TSSRTransformedValue self, SEL selector) {
+    // Each is nil before what it held is released.
+    for (id* variable : {&valueClassOf(self), &valueOf(self)}) adopt(std::exchange(*variable, id())).reset();
+    sendSuper<void>(self, TSSRTransformedValue::classObject(), selector);
+}
+
+// ---- Reading
+
+id valueClass(TSSRTransformedValue self, SEL) { return valueClassOf(self); }
+id transformedValue(TSSRTransformedValue self, SEL) { return valueOf(self); }
+
+NSString description(TSSRTransformedValue self, SEL) { return self.transformedValue().description(); }
+
+NSString completeDescription(TSSRTransformedValue self, SEL) {
+    const NSString value = self.transformedValue().description();
+    return NSString::stringWithFormat("Transformed value '%@' of class '%@'."_ns, value,
+                                      self.valueClass().description());
+}
+
+// What the value answers to the message, or whether there is a value when it does not respond.
+template <class Result, detail::FixedString Selector>
+Result numberOf(TSSRTransformedValue self, SEL) {
+    const SEL selector = operator""_sel<Selector>();
+    if (self.transformedValue().respondsToSelector(selector))
+        return send<Result>(self.transformedValue(), selector);
+    return static_cast<Result>(self.transformedValue() ? 1 : 0);
+}
+
+// Not the value's longLongValue: whoever answers that is asked for its integerValue, which is meant.
+long long longLongValue(TSSRTransformedValue self, SEL) {
+    const id value = self.transformedValue();
+    if (value.respondsToSelector("longLongValue"_sel))
+        return send<NSInteger>(self.transformedValue(), "integerValue"_sel);
+    if (value.respondsToSelector("longValue"_sel))
+        return send<long>(self.transformedValue(), "longValue"_sel);
+    return self.transformedValue() ? 1 : 0;
+}
+
+id objectValue(TSSRTransformedValue self, SEL selector) {
+    if (self.transformedValue().respondsToSelector(selector))
+        return send<id>(self.transformedValue(), selector);
+    return self.transformedValue();
+}
+
+// ---- Archives
+
+NSString valueClassKey() { return "TSSRValueTransformerValueClass"_ns; }
+NSString valueKey() { return "TSSRValueTransformerTransformedValue"_ns; }
+NSString valueDescriptionKey() { return "TSSRValueTransformerTransformedValueDescription"_ns; }
+// The key that a value is read under where valueKey() is present: a letter short, which is meant.
+NSString shortValueKey() { return "TSRValueTransformerTransformedValue"_ns; }
+
+void encodeWithCoder(TSSRTransformedValue self, SEL, NSCoder coder) {
+    coder.encodeObject_forKey(self.valueClass().description(), valueClassKey());
+    const id value = self.transformedValue();
+    if (value.conformsToProtocol("NSCoding"_protocol))
+        coder.encodeObject_forKey(value, valueKey());
+    else
+        coder.encodeObject_forKey(value.description(), valueDescriptionKey());
+}
+
+TSSRTransformedValue initWithCoder(TSSRTransformedValue self, SEL, NSCoder coder) {
+    Retained<TSSRTransformedValue> made = adopt(superInit(self));
+    if (!made) return nil;
+    // The class's name, and not the class.
+    valueClassOf(made) = retain(coder.decodeObjectForKey(valueClassKey())).leak();
+    if (coder.containsValueForKey(valueKey()))
+        valueOf(made) = retain(coder.decodeObjectForKey(shortValueKey())).leak();
+    else if (coder.containsValueForKey(valueDescriptionKey()))
+        valueOf(made) = retain(coder.decodeObjectForKey(valueDescriptionKey())).leak();
+    return made.leak();
+}
+
+// ---- Copies
+
+TSSRTransformedValue copyWithZone(TSSRTransformedValue self, SEL selector, void* zone) {
+    // Of the receiver's own class, not of its valueClass, which is meant.
+    const Class ownClass = self.class_();
+    Retained<TSSRTransformedValue> copy = adopt(
+        send<TSSRTransformedValue>(ownClass, "allocWithZone:"_sel, zone).initWithClass_value(ownClass, nil));
+    if (!copy) return nil;
+    id value = self.transformedValue();
+    if (value.conformsToProtocol("NSCopying"_protocol))
+        value = adopt(send<id>(value, selector, zone)).autorelease();
+    copy.setValue_forKey(value, "transformedValue"_ns);
+    return copy.leak();
+}
+
+const ClassDefinition definition{
+    {.name = "TSSRTransformedValue",
+     .protocols = {"NSCoding", "NSCopying"},
+     .instanceVariables = {instanceVariable<Class>("valueClass"), instanceVariable<id>("transformedValue")},
+     .methods = {
+         classMethod("transformedValueWithClass:value:", transformedValueWithClass_value),
+         instanceMethod("initWithClass:value:", initWithClass_value), instanceMethod("dealloc", dealloc),
+         instanceMethod("valueClass", valueClass), instanceMethod("transformedValue", transformedValue),
+         instanceMethod("description", description),
+         instanceMethod("completeDescription", completeDescription),
+         instanceMethod("boolValue", numberOf<BOOL, "boolValue">),
+         instanceMethod("integerValue", numberOf<NSInteger, "integerValue">),
+         instanceMethod("intValue", numberOf<int, "intValue">),
+         instanceMethod("longLongValue", longLongValue),
+         instanceMethod("floatValue", numberOf<float, "floatValue">),
+         instanceMethod("doubleValue", numberOf<double, "doubleValue">),
+         instanceMethod("objectValue", objectValue), instanceMethod("encodeWithCoder:", encodeWithCoder),
+         instanceMethod("initWithCoder:", initWithCoder), instanceMethod("copyWithZone:", copyWithZone)}}};
+
+} // namespace
+
+// Not inline, so that who uses the class links the definition.
+Class TSSRTransformedValue::classObject() { return "TSSRTransformedValue"_class; }
