@@ -30,6 +30,7 @@ ClassDescription describeNSFileManager();
 ClassDescription describeNSException();
 ClassDescription describeNSError();
 ClassDescription describeNSPropertyListSerialization();
+ClassDescription describeNSBundle();
 
 const BuiltInClass builtInClasses[] = {
     {"NSObject", describeNSObject},
@@ -56,6 +57,7 @@ const BuiltInClass builtInClasses[] = {
     {"NSException", describeNSException},
     {"NSError", describeNSError},
     {"NSPropertyListSerialization", describeNSPropertyListSerialization},
+    {"NSBundle", describeNSBundle},
 };
 const std::size_t builtInClassCount = std::size(builtInClasses);
 
