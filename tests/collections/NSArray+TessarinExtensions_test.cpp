@@ -299,6 +299,14 @@ TEST_F(PassingObjectsTest, AreInTheReceiversOrderHoweverTheyAreVisited) {
     EXPECT_EQ(joined(passing), "ac");
 }
 
+TEST_F(PassingObjectsTest, AreTheSameHoweverTheyAreVisited) {
+    const auto isEarly = [](NSString letter, NSUInteger, BOOL*) { return !letter.isEqual("c"_ns); };
+    EXPECT_EQ(joined(tessarin_arrayWithObjectsPassingTest_options(letters("abc"), isEarly, 0)), "ab");
+    EXPECT_EQ(
+        joined(tessarin_arrayWithObjectsPassingTest_options(letters("abc"), isEarly, NSEnumerationReverse)),
+        "ab");
+}
+
 TEST_F(PassingObjectsTest, AnExceptionOfThePredicatePassesThrough) {
     EXPECT_THROWS_NAMED(tessarin_arrayWithObjectsPassingTest_options(
                             letters("abc"),
