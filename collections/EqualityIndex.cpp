@@ -47,7 +47,8 @@ NSUInteger EqualityIndex::positionOf(const Sought& searched) const {
 }
 
 NSUInteger EqualityIndex::positionOfValue(const Sought& value) const {
-    for (NSUInteger slot = firstSlot(value.hash); slots_[slot] != 0; slot = (slot + 1) & (slots_.size() - 1)) {
+    for (NSUInteger slot = firstSlot(value.hash); slots_[slot] != 0;
+         slot = (slot + 1) & (slots_.size() - 1)) {
         const NSUInteger position = slots_[slot] - 1;
         if (hashes_[position] == value.hash && areEqual(value.object, objects_[position])) return position;
     }

@@ -195,7 +195,9 @@ NSArray tessarin_arrayByRemovingObjectsInArray(NSArray receiver, NSArray array) 
     return send<NSArray>(receiver, "tessarin_arrayByRemovingObjectsInArray:"_sel, array);
 }
 
-id tessarin_penultimeteObject(NSArray receiver) { return send<id>(receiver, "tessarin_penultimeteObject"_sel); }
+id tessarin_penultimeteObject(NSArray receiver) {
+    return send<id>(receiver, "tessarin_penultimeteObject"_sel);
+}
 
 id tessarin_firstObject(NSArray receiver) { return send<id>(receiver, "tessarin_firstObject"_sel); }
 

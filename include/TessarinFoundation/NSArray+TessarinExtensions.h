@@ -67,9 +67,9 @@ Receiver tessarin_arrayWithArray_copyItems(tessarin::NSArray array, bool copyIte
 //
 //   tessarin_arrayByMergingWithArray_receiverFirst(letters, added, true)    // a b a with b c c d: a b a c d
 //   tessarin_arrayByMergingWithArray_receiverFirst(letters, added, false)   // b c c d a
-TESSARIN_EXPORT tessarin::NSArray
-tessarin_arrayByMergingWithArray_receiverFirst(tessarin::NSArray receiver, tessarin::NSArray array,
-                                               bool receiverFirst);
+TESSARIN_EXPORT tessarin::NSArray tessarin_arrayByMergingWithArray_receiverFirst(tessarin::NSArray receiver,
+                                                                                 tessarin::NSArray array,
+                                                                                 bool receiverFirst);
 
 // The receiver without any object that equals the one given, or without every occurrence of that very object.
 // The receiver itself, mutable or not, when there is none, and for nil.

@@ -37,8 +37,8 @@ struct BlockLayout {
 // copy would have to keep, so that copying it answers the block itself and releasing it does nothing.
 struct CallableBlock : BlockLayout {
     static constexpr int isGlobal = 1 << 28;
-    static constexpr BlockDescriptor wholeDescriptor{
-        0, sizeof(BlockLayout) + sizeof(void*)}; // of layout and callable
+    static constexpr BlockDescriptor wholeDescriptor{0, sizeof(BlockLayout)
+                                                            + sizeof(void*)}; // of layout and callable
 
     CallableBlock() : BlockLayout{concreteClass(), isGlobal, 0, nullptr, &wholeDescriptor} {}
 
@@ -88,8 +88,8 @@ public:
 
     // The second argument is what the block is made of; the language keeps it until the full expression ends.
     template <class Callable>
-    requires(!std::same_as<std::remove_cvref_t<Callable>, Block>
-             && detail::CallableWith<Callable, Result, Arguments...>)
+    requires(!std::same_as<std::remove_cvref_t<Callable>,
+                           Block> && detail::CallableWith<Callable, Result, Arguments...>)
         Block(Callable&& callable, detail::CallableBlock&& block = {}) {
         using Target = std::remove_reference_t<Callable>;
         if constexpr (!std::is_function_v<Target> && std::is_constructible_v<Target, std::nullptr_t>)

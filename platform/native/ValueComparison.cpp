@@ -97,8 +97,8 @@ bool searchesByEquality(NSArray array) {
         const Retained<NSArray> copied = adopt(NSArray(editable.copy()));
         const Retained<NSArray> two = adopt(NSArray::alloc().initWithArray(NSArray::arrayOf("a"_ns, "b"_ns)));
         std::vector<Object*> classes;
-        for (const NSArray sample : {NSArray::array(), NSArray::arrayOf("a"_ns), NSArray(editable),
-                                     NSArray(copied), NSArray(two)})
+        for (const NSArray sample :
+             {NSArray::array(), NSArray::arrayOf("a"_ns), NSArray(editable), NSArray(copied), NSArray(two)})
             classes.push_back(runtime::classOf(sample.object()));
         return classes;
     }();

@@ -51,8 +51,9 @@ private:
     }
     static NSUInteger hash(NSObject self, SEL) {
         static NSUInteger next = 0;
-        return mannerOf(self) == Manner::badHash ? ++next
-                                                 : static_cast<NSUInteger>(instanceVariableOf<int>(self, "number"));
+        return mannerOf(self) == Manner::badHash
+                   ? ++next
+                   : static_cast<NSUInteger>(instanceVariableOf<int>(self, "number"));
     }
 };
 

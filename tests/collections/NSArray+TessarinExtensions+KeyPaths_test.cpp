@@ -16,9 +16,9 @@ NSDictionary withEffect(const char* name) {
 
 // Equal to anything, even to nil.
 NSObject agreeable() {
-    static const ClassDefinition definition{
-        {.name = "TessarinTestAgreeable",
-         .methods = {instanceMethod("isEqual:", +[](NSObject, SEL, NSObject) { return YES; })}}};
+    static const ClassDefinition definition{{.name = "TessarinTestAgreeable",
+                                             .methods = {instanceMethod(
+                                                 "isEqual:", +[](NSObject, SEL, NSObject) { return YES; })}}};
     return adopt(send<NSObject>(definition.classObject().alloc(), "init"_sel)).autorelease();
 }
 
@@ -84,8 +84,7 @@ TEST_F(ObjectWithValueTest, ObjectsBehindTheFoundOneAreNotAsked) {
 TEST_F(ObjectWithValueTest, OutlivesTheArray) {
     Retained<NSMutableArray> tracks = adopt(NSMutableArray::alloc().init());
     {
-        const Retained<NSMutableDictionary> track =
-            adopt(NSMutableDictionary(named("drums").mutableCopy()));
+        const Retained<NSMutableDictionary> track = adopt(NSMutableDictionary(named("drums").mutableCopy()));
         tracks.addObject(track);
     }
     const NSObject found = tessarin_objectWithValue_forKeyPath(tracks, "drums"_ns, "name"_ns);

@@ -46,16 +46,18 @@ public:
              .superclass = "NSArray",
              .instanceVariables = {instanceVariable<NSArray>("items"), instanceVariable<NSObject>("known"),
                                    instanceVariable<NSUInteger>("index")},
-             .methods = {instanceMethod("init", +[](NSArray self, SEL) { return self; }),
-                         instanceMethod("count", +[](NSArray self, SEL) { return itemsOf(self).count(); }),
-                         instanceMethod("objectAtIndex:",
-                                        +[](NSArray self, SEL, NSUInteger position) {
-                                            return itemsOf(self).objectAtIndex(position);
-                                        }),
+             .methods = {instanceMethod(
+                             "init", +[](NSArray self, SEL) { return self; }),
+                         instanceMethod(
+                             "count", +[](NSArray self, SEL) { return itemsOf(self).count(); }),
+                         instanceMethod(
+                             "objectAtIndex:",
+                             +[](NSArray self, SEL, NSUInteger position) {
+                                 return itemsOf(self).objectAtIndex(position);
+                             }),
                          instanceMethod("indexOfObject:", indexOf),
                          instanceMethod("indexOfObjectIdenticalTo:", indexOf)}}};
-        const NSArray array =
-            adopt(as<NSArray>(definition.classObject().alloc()).init()).autorelease();
+        const NSArray array = adopt(as<NSArray>(definition.classObject().alloc()).init()).autorelease();
         instanceVariableOf<NSArray>(array, "items") = items;
         instanceVariableOf<NSObject>(array, "known") = known;
         instanceVariableOf<NSUInteger>(array, "index") = index;
@@ -308,10 +310,10 @@ TEST_F(PassingObjectsTest, AreTheSameHoweverTheyAreVisited) {
 }
 
 TEST_F(PassingObjectsTest, AnExceptionOfThePredicatePassesThrough) {
-    EXPECT_THROWS_NAMED(tessarin_arrayWithObjectsPassingTest_options(
-                            letters("abc"),
-                            [](id, NSUInteger, BOOL*) -> BOOL { raise(NSGenericException(), "x"_ns); }, 0),
-                        "NSGenericException");
+    EXPECT_THROWS_NAMED(
+        tessarin_arrayWithObjectsPassingTest_options(
+            letters("abc"), [](id, NSUInteger, BOOL*) -> BOOL { raise(NSGenericException(), "x"_ns); }, 0),
+        "NSGenericException");
 }
 
 // ---- Access
@@ -398,8 +400,8 @@ TEST_F(IndexesOfObjectsTest, OfAnObjectThatIsNotThereRaiseWithItsReason) {
 TEST_F(IndexesOfObjectsTest, ASubclassIsAskedForThem) {
     NSArray wanted = letters("aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa"); // many, so that an index would pay
     EXPECT_EQ(indexesIn(tessarin_indexesOfObjectsInArray(
-                  SearchingArray::make(wanted, wanted.objectAtIndex(0), 1), NSArray::arrayOf(
-                      static_cast<NSObject>(wanted.objectAtIndex(0))))),
+                  SearchingArray::make(wanted, wanted.objectAtIndex(0), 1),
+                  NSArray::arrayOf(static_cast<NSObject>(wanted.objectAtIndex(0))))),
               (std::vector<NSUInteger>{1}));
 }
 

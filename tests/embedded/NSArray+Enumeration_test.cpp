@@ -48,8 +48,7 @@ TEST_F(EmbeddedArrayEnumerationTest, ConcurrentWalksBackwardsFindTheSame) {
     };
     const NSArray array = numbers(10000);
     EXPECT_TRUE(
-        array
-            .indexesOfObjectsWithOptions_passingTest(NSEnumerationConcurrent | NSEnumerationReverse, passes)
+        array.indexesOfObjectsWithOptions_passingTest(NSEnumerationConcurrent | NSEnumerationReverse, passes)
             .isEqual(array.indexesOfObjectsWithOptions_passingTest(0, passes)));
 }
 
@@ -74,8 +73,7 @@ TEST_F(EmbeddedArrayEnumerationTest, ConcurrentCallsRunAtTheSameTime) {
 
 TEST_F(EmbeddedArrayEnumerationTest, ConcurrentWalksPassOnWhatIsThrown) {
     EXPECT_THROW(numbers(10000).enumerateObjectsWithOptions_usingBlock(
-                     NSEnumerationConcurrent,
-                     [](id, NSUInteger, BOOL*) { throw std::runtime_error("x"); }),
+                     NSEnumerationConcurrent, [](id, NSUInteger, BOOL*) { throw std::runtime_error("x"); }),
                  std::runtime_error);
 }
 

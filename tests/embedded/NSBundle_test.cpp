@@ -143,9 +143,12 @@ TEST_F(BundleLanguagesTest, TheReasonOfAnObjectThatIsNotContainedIsATextOfTheBun
     std::ofstream(resources / "Localizable.strings")
         << "\"One or more of passed objects is not contained in receiver.\" = \"Nicht dabei: 100 %%\";";
     std::string reason;
-    attempt([] { static_cast<void>(tessarin_indexesOfObjectsInArray(NSArray::arrayOf("a"_ns),
-                                                                    NSArray::arrayOf("b"_ns))); },
-            [&](NSException exception) { reason = text(exception.reason()); });
+    attempt(
+        [] {
+            static_cast<void>(
+                tessarin_indexesOfObjectsInArray(NSArray::arrayOf("a"_ns), NSArray::arrayOf("b"_ns)));
+        },
+        [&](NSException exception) { reason = text(exception.reason()); });
     fs::remove_all(resources);
     EXPECT_EQ(reason, "Nicht dabei: 100 %");
 }

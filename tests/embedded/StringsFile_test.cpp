@@ -46,13 +46,20 @@ TEST_F(StringsFileTest, KnowsEscapes) {
 
 TEST_F(StringsFileTest, MayBeOfSeveralEncodings) {
     EXPECT_EQ(textFor("a", "a = \"\u00e9\";"), "\u00e9");
-    EXPECT_EQ(textFor("a", "\xEF\xBB\xBF" "a = \"\u00e9\";"), "\u00e9");
-    EXPECT_EQ(textFor("a", "\xFF\xFE" "a\0=\0\"\0\xE9\0\"\0;\0"sv), "\u00e9");
-    EXPECT_EQ(textFor("a", "\xFE\xFF" "\0a\0=\0\"\0\xE9\0\"\0;"sv), "\u00e9");
+    EXPECT_EQ(textFor("a", "\xEF\xBB\xBF"
+                           "a = \"\u00e9\";"),
+              "\u00e9");
+    EXPECT_EQ(textFor("a", "\xFF\xFE"
+                           "a\0=\0\"\0\xE9\0\"\0;\0"sv),
+              "\u00e9");
+    EXPECT_EQ(textFor("a", "\xFE\xFF"
+                           "\0a\0=\0\"\0\xE9\0\"\0;"sv),
+              "\u00e9");
 }
 
 TEST_F(StringsFileTest, MayBeAPropertyList) {
-    EXPECT_EQ(textFor("a", "<plist version=\"1.0\"><dict><key>a</key><string>1</string></dict></plist>"), "1");
+    EXPECT_EQ(textFor("a", "<plist version=\"1.0\"><dict><key>a</key><string>1</string></dict></plist>"),
+              "1");
     const NSData binary = NSPropertyListSerialization::dataWithPropertyList_format_options_error(
         NSDictionary::dictionaryWithObject_forKey("1"_ns, "a"_ns), NSPropertyListBinaryFormat_v1_0, 0,
         nullptr);
@@ -61,10 +68,12 @@ TEST_F(StringsFileTest, MayBeAPropertyList) {
 }
 
 TEST_F(StringsFileTest, IsDamagedByAnythingElse) {
-    for (const auto file :
-         {"a = \"1\""sv, "a = ;"sv, "= \"1\";"sv, "a \"1\";"sv, "\"a = 1;"sv, "a = \"1;"sv, "/* a = 1;"sv,
-          "a = \"\\q\";"sv, "a = \"\\U\";"sv, "a = \"\\377\";"sv, "a = \"\\"sv, "a = {b = c;};"sv, ";"sv,
-          "\xFF"sv, "\xFF\xFE" "a"sv, "<plist>"sv, "bplist00"sv})
+    for (const auto file : {"a = \"1\""sv, "a = ;"sv, "= \"1\";"sv, "a \"1\";"sv, "\"a = 1;"sv, "a = \"1;"sv,
+                            "/* a = 1;"sv, "a = \"\\q\";"sv, "a = \"\\U\";"sv, "a = \"\\377\";"sv,
+                            "a = \"\\"sv, "a = {b = c;};"sv, ";"sv, "\xFF"sv,
+                            "\xFF\xFE"
+                            "a"sv,
+                            "<plist>"sv, "bplist00"sv})
         EXPECT_TRUE(isDamaged(file)) << file;
 }
 

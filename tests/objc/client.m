@@ -196,7 +196,7 @@ struct LongerThan {
 static BOOL isLongerThan(void *block, id object, NSUInteger index, BOOL *stop) {
     (void)index;
     *stop = NO;
-    return [object length] > ((struct LongerThan *)block)->length;
+    return [object length] > ((struct LongerThan *)block) -> length;
 }
 #endif
 
@@ -238,9 +238,9 @@ static void checkSearchesInArrays(void) {
     CHECK([words tessarin_arrayWithObjectsPassingTest:NULL options:0] == nil);
 #if __has_feature(blocks)
     TSSRObjectPredicate isLong = ^BOOL(id object, NSUInteger index, BOOL *stop) {
-        (void)index;
-        *stop = NO;
-        return [object length] > 3;
+      (void)index;
+      *stop = NO;
+      return [object length] > 3;
     };
 #else
     struct LongerThan longerThan = {NULL, 0, 0, isLongerThan, NULL, 3};

@@ -98,8 +98,8 @@ TEST_F(BlockTest, ResultsOfEverySizeComeBack) {
 
 TEST_F(BlockTest, WhatTheCallableThrowsPassesThrough) {
     EXPECT_THROW(callWith([](int, int) -> int { throw std::runtime_error("x"); }, 1, 2), std::runtime_error);
-    EXPECT_THROWS_NAMED(
-        callWith([](int, int) -> int { raise(NSRangeException(), "x"_ns); }, 1, 2), "NSRangeException");
+    EXPECT_THROWS_NAMED(callWith([](int, int) -> int { raise(NSRangeException(), "x"_ns); }, 1, 2),
+                        "NSRangeException");
 }
 
 // ---- The layout, as a compiler that has blocks knows it
@@ -134,12 +134,12 @@ TEST_F(BlockTest, CopyingItAnswersTheBlockItself) {
 
 TEST_F(BlockTest, ABlockOfAMethodIsTheOneThatWasSent) {
     static const void* received = nullptr;
-    static const ClassDefinition definition{
-        {.name = "TessarinTestBlockReceiver",
-         .methods = {classMethod("call:", +[](Class, SEL, Adding block) {
-             received = block.block();
-             return block ? block(3, 4) : -1;
-         })}}};
+    static const ClassDefinition definition{{.name = "TessarinTestBlockReceiver",
+                                             .methods = {classMethod(
+                                                 "call:", +[](Class, SEL, Adding block) {
+                                                     received = block.block();
+                                                     return block ? block(3, 4) : -1;
+                                                 })}}};
     const auto sendBlock = [](Adding block) {
         const int result = send<int>(definition.classObject(), "call:"_sel, block);
         EXPECT_EQ(received, block.block());

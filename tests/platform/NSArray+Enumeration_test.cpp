@@ -67,9 +67,10 @@ TEST_F(ArrayEnumerationTest, AnswersTheIndexesThatPass) {
 }
 
 TEST_F(ArrayEnumerationTest, TheIndexesAreTheObjectsOwnBackwardsToo) {
-    EXPECT_EQ(indexesIn(abc_.indexesOfObjectsWithOptions_passingTest(
-                  NSEnumerationReverse, [](NSString letter, NSUInteger, BOOL*) { return letter.isEqual("a"_ns); })),
-              (Indexes{0}));
+    EXPECT_EQ(
+        indexesIn(abc_.indexesOfObjectsWithOptions_passingTest(
+            NSEnumerationReverse, [](NSString letter, NSUInteger, BOOL*) { return letter.isEqual("a"_ns); })),
+        (Indexes{0}));
 }
 
 TEST_F(ArrayEnumerationTest, TheIndexesAreAnImmutableSet) {
@@ -122,11 +123,14 @@ TEST_F(ArrayEnumerationTest, ASubclassIsReadThroughItsPrimitiveOperations) {
     static const ClassDefinition definition{
         {.name = "TessarinTestCounting",
          .superclass = "NSArray",
-         .methods = {instanceMethod("init", +[](NSArray self, SEL) { return self; }),
-                     instanceMethod("count", +[](NSArray, SEL) { return NSUInteger{5}; }),
-                     instanceMethod("objectAtIndex:", +[](NSArray, SEL, NSUInteger index) {
-                         return id(NSNumber::numberWithUnsignedInteger(index * index));
-                     })}}};
+         .methods = {instanceMethod(
+                         "init", +[](NSArray self, SEL) { return self; }),
+                     instanceMethod(
+                         "count", +[](NSArray, SEL) { return NSUInteger{5}; }),
+                     instanceMethod(
+                         "objectAtIndex:", +[](NSArray, SEL, NSUInteger index) {
+                             return id(NSNumber::numberWithUnsignedInteger(index * index));
+                         })}}};
     const Retained<NSArray> squares = adopt(as<NSArray>(definition.classObject().alloc()).init());
     const NSIndexSet even = squares.indexesOfObjectsWithOptions_passingTest(
         0, [](NSNumber square, NSUInteger, BOOL*) { return square.intValue() % 2 == 0; });
@@ -175,8 +179,8 @@ TEST_F(ConcurrentArrayEnumerationTest, FindsWhatOneThreadFinds) {
 
 TEST_F(ConcurrentArrayEnumerationTest, VisitsEachObjectOnce) {
     std::vector<std::atomic<int>> visits(many);
-    numbers_.enumerateObjectsWithOptions_usingBlock(
-        NSEnumerationConcurrent, [&](id, NSUInteger index, BOOL*) { ++visits[index]; });
+    numbers_.enumerateObjectsWithOptions_usingBlock(NSEnumerationConcurrent,
+                                                    [&](id, NSUInteger index, BOOL*) { ++visits[index]; });
     EXPECT_TRUE(std::all_of(visits.begin(), visits.end(), [](const auto& count) { return count == 1; }));
 }
 
@@ -208,13 +212,14 @@ TEST_F(ConcurrentArrayEnumerationTest, AnExceptionReachesTheCallerOnceAllAreDone
     std::string reason;
     attempt(
         [&] {
-            numbers_.enumerateObjectsWithOptions_usingBlock(
-                NSEnumerationConcurrent, [&](NSNumber number, NSUInteger index, BOOL*) {
-                    ++running;
-                    const NSString text = number.description();
-                    --running;
-                    if (index % 1000 == 999) raise(NSGenericException(), text);
-                });
+            numbers_.enumerateObjectsWithOptions_usingBlock(NSEnumerationConcurrent,
+                                                            [&](NSNumber number, NSUInteger index, BOOL*) {
+                                                                ++running;
+                                                                const NSString text = number.description();
+                                                                --running;
+                                                                if (index % 1000 == 999)
+                                                                    raise(NSGenericException(), text);
+                                                            });
         },
         [&](NSException exception) { reason = text(exception.reason()); });
     EXPECT_EQ(running, 0);
@@ -225,8 +230,7 @@ TEST_F(ConcurrentArrayEnumerationTest, AnExceptionReachesTheCallerOnceAllAreDone
 TEST_F(ConcurrentArrayEnumerationTest, SmallArraysAreWalkedByTheCaller) {
     std::set<std::thread::id> threads;
     numbers(10).enumerateObjectsWithOptions_usingBlock(
-        NSEnumerationConcurrent,
-        [&](id, NSUInteger, BOOL*) { threads.insert(std::this_thread::get_id()); });
+        NSEnumerationConcurrent, [&](id, NSUInteger, BOOL*) { threads.insert(std::this_thread::get_id()); });
     EXPECT_EQ(threads, std::set<std::thread::id>{std::this_thread::get_id()});
 }
 

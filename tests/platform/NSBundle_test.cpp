@@ -59,8 +59,9 @@ TEST_F(NSBundleTest, ThereIsNoneForNoFolder) {
 }
 
 TEST_F(NSBundleTest, AClassOfTheProgramIsOfTheMainBundle) {
-    static const ClassDefinition definition{
-        {.name = "TessarinTestBundled", .methods = {instanceMethod("one", +[](NSObject, SEL) { return 1; })}}};
+    static const ClassDefinition definition{{.name = "TessarinTestBundled",
+                                             .methods = {instanceMethod(
+                                                 "one", +[](NSObject, SEL) { return 1; })}}};
     EXPECT_EQ(NSBundle::bundleForClass(definition.classObject()), NSBundle::mainBundle());
 }
 

@@ -117,21 +117,23 @@ NSArray objectsAtIndexes(NSArray self, SEL selector, NSIndexSet indexes) {
     const bool isDirect = hasArrayStorage(self);
     const NSObject* const items = storageOf<ArrayStorage>(self).items;
     NSUInteger index = indexes.firstIndex();
-    return newArrayOfNew(indexes.count(), [&](NSUInteger) {
-               const NSUInteger current = std::exchange(index, indexes.indexGreaterThanIndex(index));
-               return retain(isDirect ? items[current] : NSObject(self.objectAtIndex(current)));
-           })
+    return newArrayOfNew(indexes.count(),
+                         [&](NSUInteger) {
+                             const NSUInteger current =
+                                 std::exchange(index, indexes.indexGreaterThanIndex(index));
+                             return retain(isDirect ? items[current] : NSObject(self.objectAtIndex(current)));
+                         })
         .autorelease();
 }
 
 } // namespace
 
 std::vector<MethodRow> arrayEnumerationMethods() {
-    return {instanceMethod("enumerateObjectsUsingBlock:", enumerateObjectsUsingBlock),
-            instanceMethod("enumerateObjectsWithOptions:usingBlock:", enumerateObjectsWithOptions_usingBlock),
-            instanceMethod("indexesOfObjectsWithOptions:passingTest:",
-                           indexesOfObjectsWithOptions_passingTest),
-            instanceMethod("objectsAtIndexes:", objectsAtIndexes)};
+    return {
+        instanceMethod("enumerateObjectsUsingBlock:", enumerateObjectsUsingBlock),
+        instanceMethod("enumerateObjectsWithOptions:usingBlock:", enumerateObjectsWithOptions_usingBlock),
+        instanceMethod("indexesOfObjectsWithOptions:passingTest:", indexesOfObjectsWithOptions_passingTest),
+        instanceMethod("objectsAtIndexes:", objectsAtIndexes)};
 }
 
 } // namespace tessarin::embedded

@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 
 struct BundleStorage {
     fs::path folder;
-    std::mutex mutex;                                   // of what follows
+    std::mutex mutex;                                     // of what follows
     std::map<std::string, Retained<NSDictionary>> tables; // of texts, by name; nil for none
 };
 
@@ -100,8 +100,8 @@ ClassDescription describeNSBundle() {
         .superclass = "NSObject",
         .storage = storageLayout<BundleStorage>(),
         .methods = {classMethod("mainBundle", mainBundle), classMethod("bundleForClass:", bundleForClass),
-                    classMethod("bundleWithPath:", bundleWithPath),
-                    instanceMethod("bundlePath", bundlePath), instanceMethod("resourcePath", resourcePath),
+                    classMethod("bundleWithPath:", bundleWithPath), instanceMethod("bundlePath", bundlePath),
+                    instanceMethod("resourcePath", resourcePath),
                     instanceMethod("localizedStringForKey:value:table:", localizedStringForKey_value_table)},
     };
 }

@@ -30,8 +30,7 @@ bool comparesAsValue(NSObject object) {
 
 bool searchesByEquality(NSArray array) {
     const Object* const classObject = runtime::classOf(array.object());
-    return classObject == NSArray::classObject().object()
-           || classObject == "NSMutableArray"_class.object();
+    return classObject == NSArray::classObject().object() || classObject == "NSMutableArray"_class.object();
 }
 
 } // namespace tessarin
