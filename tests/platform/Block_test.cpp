@@ -113,15 +113,16 @@ struct CompiledBlock {
     int captured;
 };
 
+TESSARIN_DISPATCHES int callAsCompiled(Adding block) {
+    auto* compiled = static_cast<CompiledBlock*>(const_cast<void*>(block.block()));
+    EXPECT_EQ(compiled->reserved, 0);
+    EXPECT_EQ(compiled->descriptor[0], 0u);
+    EXPECT_EQ(compiled->descriptor[1], sizeof(detail::CallableBlock));
+    return compiled->invoke(compiled, 1, 2);
+}
+
 TEST_F(BlockTest, HasTheLayoutOfACompiledBlock) {
-    const auto callCompiled = [](Adding block) {
-        auto* compiled = static_cast<CompiledBlock*>(const_cast<void*>(block.block()));
-        EXPECT_EQ(compiled->reserved, 0);
-        EXPECT_EQ(compiled->descriptor[0], 0u);
-        EXPECT_EQ(compiled->descriptor[1], sizeof(detail::CallableBlock));
-        return compiled->invoke(compiled, 1, 2);
-    };
-    EXPECT_EQ(callCompiled([](int left, int right) { return left + right; }), 3);
+    EXPECT_EQ(callAsCompiled([](int left, int right) { return left + right; }), 3);
 }
 
 // Global blocks are left alone by whoever copies and releases.
