@@ -3,13 +3,13 @@
 
 #include "TessarinPlatform/NSArray.h"
 
-#include <unordered_map>
 #include <vector>
 
 namespace tessarin::collections {
 
 // The outcome is that of comparing one by one, in order: values are found by their hashes, any other object
-// is compared with every one that came before it, and every one with it. The objects are not retained.
+// is compared with every one that came before it, and every one with it. The objects are not retained; since
+// comparing may be the objects' own code, the caller holds them in an array that nobody else can change.
 class EqualityIndex {
 public:
     // Of two objects that are compared, which is asked isEqual: of the other.
@@ -19,6 +19,8 @@ public:
 
     // Adds an object behind all others.
     void append(NSObject object);
+    // Adds it when no other is, or equals, it; whether it was added.
+    bool appendIfMissing(NSObject object);
 
     // The position of the first object that is, or equals, the one searched for; NSNotFound when there is
     // none.
@@ -28,25 +30,31 @@ public:
     }
 
 private:
-    struct Hash {
-        std::size_t operator()(NSObject value) const { return value.hash(); }
-    };
-    struct Equal {
-        bool operator()(NSObject left, NSObject right) const { return left == right || left.isEqual(right); }
+    // An object as it is looked for: its hash is known where it is a value.
+    struct Sought {
+        NSObject object;
+        bool isValue = false;
+        NSUInteger hash = 0;
     };
 
+    bool isIndexed() const { return !slots_.empty(); }
+    Sought sought(NSObject object) const;
+    NSUInteger positionOf(const Sought& searched) const;
+    NSUInteger positionOfValue(const Sought& value) const;
     bool areEqual(NSObject searched, NSObject appended) const;
-    // The first of the positions that lies before `limit` and holds an equal object, else `limit`.
-    NSUInteger firstEqual(NSObject searched, const std::vector<NSUInteger>& positions,
-                          NSUInteger limit) const;
-    void indexAppended();
+    void append(const Sought& object);
+    void index(NSUInteger position, const Sought& object);
+    void occupySlot(NSUInteger position);
+    void makeRoom();
+    NSUInteger firstSlot(NSUInteger hash) const;
 
     Asked asked_;
     std::vector<NSObject> objects_;
     // Filled once there are so many objects that it pays.
-    NSUInteger indexedCount_ = 0;
-    std::unordered_map<NSObject, NSUInteger, Hash, Equal> values_; // the first position of each value
-    std::vector<NSUInteger> others_;                               // the positions of all other objects
+    std::vector<NSUInteger> slots_;  // position + 1 of the first of equal values, by hash; 0 for none
+    std::vector<NSUInteger> hashes_; // of each object; 0 of one that is no value
+    std::vector<NSUInteger> others_; // the positions of those
+    NSUInteger valueCount_ = 0;
 };
 
 } // namespace tessarin::collections

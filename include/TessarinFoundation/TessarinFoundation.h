@@ -1,6 +1,7 @@
 // The whole library.
 #pragma once
 
+#include "TessarinFoundation/NSArray+TessarinExtensions.h"
 #include "TessarinFoundation/NSDictionary+TessarinExtensions.h"
 #include "TessarinFoundation/NSFileManager+TessarinExtensions.h"
 #include "TessarinFoundation/NSMutableArray+TessarinExtensions.h"

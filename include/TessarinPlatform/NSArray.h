@@ -1,10 +1,19 @@
 // NSArray: an immutable ordered list of objects.
 #pragma once
 
+#include "TessarinPlatform/Block.h"
 #include "TessarinPlatform/FastEnumeration.h"
 #include "TessarinPlatform/detail/NSString-class.h"
 
 namespace tessarin {
+
+class NSIndexSet;
+
+// How a collection is walked. On several threads at once, the block is called at the same time for different
+// objects.
+using NSEnumerationOptions = NSUInteger;
+inline constexpr NSEnumerationOptions NSEnumerationConcurrent = 1;
+inline constexpr NSEnumerationOptions NSEnumerationReverse = 2;
 
 class NSArray : public Handle<NSArray, "NSArray", NSObject> {
 public:
@@ -69,10 +78,38 @@ public:
         return send<NSArray>(*this, "sortedArrayUsingSelector:"_sel, comparison);
     }
 
+    // Calls the block with each object, its index and a flag that it sets to end the walk.
+    void enumerateObjectsUsingBlock(Block<void(id, NSUInteger, BOOL*)> block) const {
+        send<void>(*this, "enumerateObjectsUsingBlock:"_sel, block);
+    }
+    void enumerateObjectsWithOptions_usingBlock(NSEnumerationOptions options,
+                                                Block<void(id, NSUInteger, BOOL*)> block) const {
+        send<void>(*this, "enumerateObjectsWithOptions:usingBlock:"_sel, options, block);
+    }
+    // The indexes of the objects for which the block answers YES.
+    NSIndexSet indexesOfObjectsWithOptions_passingTest(NSEnumerationOptions options,
+                                                       Block<BOOL(id, NSUInteger, BOOL*)> test) const;
+    // In ascending order of the indexes.
+    NSArray objectsAtIndexes(NSIndexSet indexes) const;
+
     FastEnumerator begin() const { return *this ? FastEnumerator(*this) : FastEnumerator(); }
     std::default_sentinel_t end() const { return {}; }
 };
 
 } // namespace tessarin
 
+#include "TessarinPlatform/NSIndexSet.h"
 #include "TessarinPlatform/NSString.h"
+
+namespace tessarin {
+
+inline NSIndexSet
+NSArray::indexesOfObjectsWithOptions_passingTest(NSEnumerationOptions options,
+                                                 Block<BOOL(id, NSUInteger, BOOL*)> test) const {
+    return send<NSIndexSet>(*this, "indexesOfObjectsWithOptions:passingTest:"_sel, options, test);
+}
+inline NSArray NSArray::objectsAtIndexes(NSIndexSet indexes) const {
+    return send<NSArray>(*this, "objectsAtIndexes:"_sel, indexes);
+}
+
+} // namespace tessarin

@@ -3,9 +3,11 @@
 
 #include "TessarinPlatform/AudioComponent.h"
 #include "TessarinPlatform/AutoreleasePool.h"
+#include "TessarinPlatform/Block.h"
 #include "TessarinPlatform/Definition.h"
 #include "TessarinPlatform/Exceptions.h"
 #include "TessarinPlatform/FourCharacterCodes.h"
+#include "TessarinPlatform/NSBundle.h"
 #include "TessarinPlatform/NSCharacterSet.h"
 #include "TessarinPlatform/NSCoder.h"
 #include "TessarinPlatform/NSDate.h"

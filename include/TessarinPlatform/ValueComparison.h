@@ -1,7 +1,7 @@
-// Which objects are found again by their hash.
+// Which objects are found again by their hash, and where.
 #pragma once
 
-#include "TessarinPlatform/NSObject.h"
+#include "TessarinPlatform/NSArray.h"
 
 namespace tessarin {
 
@@ -10,5 +10,9 @@ namespace tessarin {
 // themselves alone. Containers do not count, since they ask their objects, and neither does an object whose
 // class overrides one of the two.
 TESSARIN_EXPORT bool comparesAsValue(NSObject object);
+
+// Whether an array is of the platform's own classes, so that it searches as the platform does: for the first
+// object that equals the one searched for. An application's subclass may search otherwise.
+TESSARIN_EXPORT bool searchesByEquality(NSArray array);
 
 } // namespace tessarin

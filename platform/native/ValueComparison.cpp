@@ -1,6 +1,7 @@
 #include "TessarinPlatform/ValueComparison.h"
 
 #include "TessarinPlatform/NSDate.h"
+#include "TessarinPlatform/NSMutableArray.h"
 #include "TessarinPlatform/NSMutableString.h"
 #include "TessarinPlatform/NSNumber.h"
 #include "TessarinPlatform/Retained.h"
@@ -73,12 +74,35 @@ bool hashesAsItCompares(NSString string) {
     return true;
 }
 
+// GNUstep compares numbers as reals, which takes integers that only a rounding tells apart for equal, and no
+// NaN for itself.
+bool comparesExactly(NSObject object) {
+    constexpr double largest = 9007199254740992.0; // 2^53
+    if (!object.isKindOfClass(NSNumber::classObject())) return true;
+    const double value = as<NSNumber>(object).doubleValue();
+    return -largest < value && value < largest;
+}
+
 } // namespace
 
 bool comparesAsValue(NSObject object) {
     const Comparison own = comparisonOf(object);
-    if (isAmong(ofOtherValues(), own)) return true;
+    if (isAmong(ofOtherValues(), own)) return comparesExactly(object);
     return isAmong(ofStrings(), own) && hashesAsItCompares(as<NSString>(object));
+}
+
+bool searchesByEquality(NSArray array) {
+    static const std::vector<Object*> known = [] {
+        const NSMutableArray editable = NSMutableArray::array();
+        const Retained<NSArray> copied = adopt(NSArray(editable.copy()));
+        const Retained<NSArray> two = adopt(NSArray::alloc().initWithArray(NSArray::arrayOf("a"_ns, "b"_ns)));
+        std::vector<Object*> classes;
+        for (const NSArray sample :
+             {NSArray::array(), NSArray::arrayOf("a"_ns), NSArray(editable), NSArray(copied), NSArray(two)})
+            classes.push_back(runtime::classOf(sample.object()));
+        return classes;
+    }();
+    return std::find(known.begin(), known.end(), runtime::classOf(array.object())) != known.end();
 }
 
 } // namespace tessarin

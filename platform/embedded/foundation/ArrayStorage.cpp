@@ -24,10 +24,6 @@ void copyRetained(const NSObject* items, NSUInteger count, NSObject* target) {
     }
 }
 
-std::string boundsText(NSUInteger count) {
-    return count == 0 ? "bounds for empty array" : "bounds [0 .. " + std::to_string(count - 1) + "]";
-}
-
 } // namespace
 
 ArrayStorage::~ArrayStorage() {
@@ -82,6 +78,10 @@ Retained<NSMutableArray> newMutableArray(const NSObject* items, NSUInteger count
     copyRetained(items, count, storage.items);
     storage.count = count;
     return array;
+}
+
+std::string boundsText(NSUInteger count) {
+    return count == 0 ? "bounds for empty array" : "bounds [0 .. " + std::to_string(count - 1) + "]";
 }
 
 void raiseBeyondBounds(NSObject array, SEL selector, NSUInteger index, NSUInteger count) {

@@ -6,6 +6,7 @@
 #include "platform/embedded/runtime/BuiltInClass.h"
 
 #include <span>
+#include <string>
 #include <vector>
 
 namespace tessarin::embedded {
@@ -73,6 +74,8 @@ Retained<NSArray> newArrayOfNew(NSUInteger count, NewItem&& newItem) {
     return array;
 }
 
+// How the platform's exceptions name the bounds of an array with `count` items.
+std::string boundsText(NSUInteger count);
 // Raises NSRangeException, in the platform's wording, for an index or a range of an array with `count` items.
 [[noreturn]] void raiseBeyondBounds(NSObject array, SEL selector, NSUInteger index, NSUInteger count);
 [[noreturn]] void raiseBeyondBounds(NSObject array, SEL selector, NSRange range, NSUInteger count);
@@ -83,5 +86,8 @@ inline bool isWithin(NSRange range, NSUInteger count) {
 // NSArray's own count and init, and what NSMutableArray shares with it.
 NSUInteger countOfArray(NSArray self, SEL);
 NSArray initArrayWithObjectsCount(NSArray self, SEL selector, const NSObject* objects, NSUInteger count);
+
+// Rows of NSArray's table: what takes blocks and index sets.
+std::vector<MethodRow> arrayEnumerationMethods();
 
 } // namespace tessarin::embedded

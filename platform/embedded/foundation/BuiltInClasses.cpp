@@ -34,6 +34,7 @@ ClassDescription describeNSCoder();
 ClassDescription describeNSKeyedArchiver();
 ClassDescription describeNSKeyedUnarchiver();
 ClassDescription describeKeyedArchiverUID();
+ClassDescription describeNSBundle();
 
 const BuiltInClass builtInClasses[] = {
     {"NSObject", describeNSObject},
@@ -64,6 +65,7 @@ const BuiltInClass builtInClasses[] = {
     {"NSKeyedArchiver", describeNSKeyedArchiver},
     {"NSKeyedUnarchiver", describeNSKeyedUnarchiver},
     {"CFKeyedArchiverUID", describeKeyedArchiverUID},
+    {"NSBundle", describeNSBundle},
 };
 const std::size_t builtInClassCount = std::size(builtInClasses);
 

@@ -297,7 +297,7 @@ bool inheritsArrayPrimitives(NSObject object) {
 }
 
 ClassDescription describeNSArray() {
-    return {
+    ClassDescription description{
         .name = "NSArray",
         .superclass = "NSObject",
         .protocols = {"NSCoding", "NSCopying", "NSMutableCopying", "NSFastEnumeration"},
@@ -343,6 +343,8 @@ ClassDescription describeNSArray() {
                     instanceMethod("sortedArrayUsingSelector:", sortedArrayUsingSelector),
                     instanceMethod("componentsJoinedByString:", componentsJoinedByString)},
     };
+    for (const MethodRow& row : arrayEnumerationMethods()) description.methods.push_back(row);
+    return description;
 }
 
 } // namespace tessarin::embedded

@@ -1,6 +1,7 @@
 #include "platform/embedded/foundation/NSObject+KeyValueCoding.h"
 
 #include "platform/embedded/foundation/ArrayStorage.h"
+#include "platform/embedded/foundation/KeyPathOperators.h"
 #include "platform/embedded/foundation/StringFormat.h"
 #include "platform/embedded/runtime/Classes.h"
 #include "platform/embedded/runtime/Selectors.h"
@@ -254,6 +255,10 @@ id valueForKeyPath(NSObject self, SEL selector, NSString path) {
     while (value) {
         if (value != self && !answersWith(value, selector, valueForKeyPath))
             return value.valueForKeyPath(makeString(units.from(start)));
+        if (start < units.length() && units[start] == u'@')
+            if (const NSArray array = kindOf<NSArray>(value))
+                if (const auto gathered = valueOfOperator(array, makeString(units.from(start))))
+                    return *gathered;
         const std::size_t end = findUnit(units, u'.', start);
         if (end >= units.length())
             return value.valueForKey(start == 0 ? path : makeString(units.from(start)));

@@ -19,8 +19,8 @@ namespace tessarin::embedded {
 // The rows of NSObject's table.
 std::vector<MethodRow> keyValueCodingMethods();
 
-// What containers do instead. A key that begins with "@" is the container's own: @count is its count. Of the
-// operators that go on with a path, such as @sum, there is none.
+// What containers do instead. A key that begins with "@" is the container's own: @count is its count. The
+// operators that go on with a path are in KeyPathOperators.h.
 //
 // An array answers the values of its items, NSNull for nil, and passes on what it is given.
 id valueForKeyOfItems(NSArray self, SEL, NSString key);

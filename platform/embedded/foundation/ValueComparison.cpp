@@ -28,4 +28,9 @@ bool comparesAsValue(NSObject object) {
     return std::find(known.begin(), known.end(), own) != known.end();
 }
 
+bool searchesByEquality(NSArray array) {
+    const Object* const classObject = runtime::classOf(array.object());
+    return classObject == NSArray::classObject().object() || classObject == "NSMutableArray"_class.object();
+}
+
 } // namespace tessarin

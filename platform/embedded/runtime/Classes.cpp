@@ -90,6 +90,7 @@ RuntimeClass* makeClass(const std::string& name, RuntimeClass* superclass,
     metaclass->isa = table.rootMetaclass;
     record->isa = metaclass;
 
+    if (!methods.empty()) record->definition = reinterpret_cast<const void*>(methods.front().implementation);
     if (storage.holdsObjects) record->holdsObjects = true;
     if (storage.size > 0)
         record->storages.push_back(

@@ -43,6 +43,9 @@ struct RuntimeClass : ClassRecord {
     std::unordered_map<SEL, Method> methods;
     std::vector<RuntimeClass*> subclasses;
     std::size_t cachedMethods = 0;
+    // An address in the binary that defined the class, which code added by others does not change; null for a
+    // class without methods.
+    const void* definition = nullptr;
 };
 
 inline RuntimeClass* runtimeClass(Object* classObject) { return static_cast<RuntimeClass*>(classObject); }

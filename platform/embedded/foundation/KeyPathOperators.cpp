@@ -1,0 +1,50 @@
+#include "platform/embedded/foundation/KeyPathOperators.h"
+
+#include "platform/embedded/foundation/ArrayStorage.h"
+
+#include "TessarinPlatform/NSNumber.h"
+
+namespace tessarin::embedded {
+namespace {
+
+std::vector<Retained<NSObject>> valuesOfItems(NSArray array, NSString path) {
+    // The items' own code might change the array.
+    const Retained<NSArray> items = adopt(as<NSArray>(array.copy()));
+    std::vector<Retained<NSObject>> values;
+    for (const NSObject item : ArrayItems(items))
+        values.push_back(retain(static_cast<NSObject>(item.valueForKeyPath(path))));
+    return values;
+}
+
+double sumOf(const std::vector<Retained<NSObject>>& values) {
+    double sum = 0;
+    for (const NSObject value : values) sum += send<double>(value, "doubleValue"_sel);
+    return sum;
+}
+
+// The first of those that come first, or last for NSOrderedDescending, by their own compare:.
+NSObject extremeOf(const std::vector<Retained<NSObject>>& values, NSComparisonResult wanted) {
+    NSObject extreme;
+    for (const NSObject value : values)
+        if (value && (!extreme || send<NSComparisonResult>(value, "compare:"_sel, extreme) == wanted))
+            extreme = value;
+    return retain(extreme).autorelease();
+}
+
+} // namespace
+
+std::optional<id> valueOfOperator(NSArray array, NSString path) {
+    for (const NSString name : {"@sum."_ns, "@avg."_ns, "@min."_ns, "@max."_ns}) {
+        if (!path.hasPrefix(name)) continue;
+        const auto values = valuesOfItems(array, path.substringFromIndex(name.length()));
+        if (name == "@sum."_ns) return id(NSNumber::numberWithDouble(sumOf(values)));
+        if (name == "@avg."_ns) {
+            const auto count = static_cast<double>(values.size());
+            return id(NSNumber::numberWithDouble(values.empty() ? 0 : sumOf(values) / count));
+        }
+        return id(extremeOf(values, name == "@min."_ns ? NSOrderedAscending : NSOrderedDescending));
+    }
+    return std::nullopt;
+}
+
+} // namespace tessarin::embedded

@@ -1,0 +1,16 @@
+// Key paths that gather one value from the objects of an array: @sum.gain.
+#pragma once
+
+#include "TessarinPlatform/NSArray.h"
+
+#include <optional>
+#include <string_view>
+
+namespace tessarin::embedded {
+
+// The value of an array at a path whose first component is @sum, @avg, @min or @max and whose further ones
+// lead to a value in each object; nothing for any other path. Values that are nil count 0, and are left out
+// of @min and @max, which compare by compare:. Without objects @sum and @avg are 0, @min and @max nil.
+std::optional<id> valueOfOperator(NSArray array, NSString path);
+
+} // namespace tessarin::embedded

@@ -1,0 +1,19 @@
+// Files of localised texts: "key" = "text"; with comments, or a property list.
+#pragma once
+
+#include "TessarinPlatform/NSDictionary.h"
+
+#include <string_view>
+
+namespace tessarin::embedded {
+
+// The texts of a file by their keys, autoreleased; nil for a file that is damaged anywhere. Property lists
+// are taken in XML and binary form. Any other file is UTF-8, or UTF-16 with a byte-order mark:
+//
+//   /* the title of the window */
+//   "title" = "Effects \"A\" \U2013 B";   // \U and four hexadecimal digits, or what C writes
+//   Cancel = "Annuler";                   // one word needs no quotation marks
+//   "OK";                                 // a text that is its own key
+NSDictionary textsOfStringsFile(std::string_view bytes);
+
+} // namespace tessarin::embedded
