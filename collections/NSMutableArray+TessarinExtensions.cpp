@@ -14,6 +14,7 @@ namespace {
 
 // The items are copied whatever the flag says, which is meant.
 void setArray_copyItems(NSMutableArray self, SEL, NSArray array, BOOL) {
+    const Retained<NSArray> kept = retain(array); // the receiver may be its only owner
     self.removeAllObjects();
     for (const NSObject item : array) self.addObject(adopt(NSObject(item.copy())));
 }
@@ -47,15 +48,14 @@ void moveObjectFromIndex_toIndex(NSMutableArray self, SEL, NSUInteger from, NSUI
 }
 
 void mergeWithArray(NSMutableArray self, SEL, NSArray array) {
-    // Comparing is the objects' own code: what is compared with must outlast it.
+    // Comparing is the objects' own code: what is compared must outlast it.
     const Retained<NSArray> present = adopt(NSArray(self.copy()));
+    const Retained<NSArray> added = adopt(NSArray(array.copy()));
     collections::EqualityIndex contained;
     for (const NSObject item : present) contained.append(item);
-    for (const NSObject item : array) {
-        if (contained.contains(item)) continue;
-        self.addObject(item);
-        contained.append(item);
-    }
+    // The array itself is walked, not the copy, so that a change of it is noticed.
+    for (const NSObject item : array)
+        if (contained.appendIfMissing(item)) self.addObject(item);
 }
 
 // Exchanges each object in order with one that is not before it. The plain remainder of the draw is meant,
@@ -63,8 +63,10 @@ void mergeWithArray(NSMutableArray self, SEL, NSArray array) {
 template <class Exchange>
 void exchangeAtRandom(NSUInteger count, Exchange&& exchange) {
     const RandomDraws draw;
-    for (NSUInteger index = 0; index < count; ++index)
-        exchange(index, index + draw() % static_cast<std::uint32_t>(count - index));
+    for (NSUInteger index = 0; index < count; ++index) {
+        const auto left = static_cast<std::uint32_t>(count - index); // 0 stands for 2 to the power of 32
+        exchange(index, index + (left > 0 ? draw() % left : draw()));
+    }
 }
 
 void shuffle(NSMutableArray self, SEL) {

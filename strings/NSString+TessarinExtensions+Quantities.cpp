@@ -69,7 +69,7 @@ NSString stringWithFileSize(Class self, SEL, NSNumber size, UInt16 unit, NSUInte
     const NSString number = formatter.stringFromNumber(NSNumber::numberWithDouble(scaled.value));
     if (!number) return nil;
 
-    // The number as it is before it is rounded: 1.999 is shown as 2 and is one byte, which is meant.
+    // The number as it is before it is rounded: 1.999 is shown as "2 byte", which is meant.
     std::string suffix(separateSuffix != NO ? " " : "");
     suffix += prefix;
     suffix += !isLong ? "B" : scaled.value < 2.0 ? "byte" : "bytes";
@@ -79,6 +79,7 @@ NSString stringWithFileSize(Class self, SEL, NSNumber size, UInt16 unit, NSUInte
 // ---- Durations ----
 
 constexpr std::int64_t secondsPerMinute = 60;
+constexpr std::int64_t minutesPerHour = 60;
 constexpr std::int64_t secondsPerHour = 3600;
 constexpr std::int64_t firstWithHours = 3660; // an hour is shown as 60 : 00, which is meant
 constexpr std::int64_t firstTooLong = 1000 * secondsPerHour;
@@ -118,7 +119,7 @@ NSString timeStringWithSeconds(Class self, SEL, std::int64_t seconds) {
     const std::int64_t remainingSeconds = seconds % secondsPerMinute; // has the sign of the duration
     if (seconds < firstWithHours) return minutesAndSeconds(self, minutes, remainingSeconds);
     if (seconds >= firstTooLong) return "999:59:59"_ns;
-    return hoursMinutesAndSeconds(self, seconds / secondsPerHour, minutes % 60, remainingSeconds);
+    return hoursMinutesAndSeconds(self, seconds / secondsPerHour, minutes % minutesPerHour, remainingSeconds);
 }
 
 const ExtensionGroup group{

@@ -3,6 +3,9 @@
 #include "TessarinPlatform/Definition.h"
 #include "TessarinPlatform/Retained.h"
 
+#include <cstddef>
+#include <utility>
+
 using namespace tessarin;
 
 namespace {
@@ -38,7 +41,7 @@ TSSRTransformedValue initWithClass_value(TSSRTransformedValue self, SEL, Class v
 }
 
 void dealloc(TSSRTransformedValue self, SEL selector) {
-    // Each is nil before what it held is released.
+    // Each is nil before what it held is released, so that nobody finds it on its way out.
     for (id* variable : {&valueClassOf(self), &valueOf(self)}) adopt(std::exchange(*variable, id())).reset();
     sendSuper<void>(self, TSSRTransformedValue::classObject(), selector);
 }
@@ -57,9 +60,8 @@ NSString completeDescription(TSSRTransformedValue self, SEL) {
 }
 
 // What the value answers to the message, or whether there is a value when it does not respond.
-template <class Result, detail::FixedString Selector>
-Result numberOf(TSSRTransformedValue self, SEL) {
-    const SEL selector = operator""_sel<Selector>();
+template <class Result>
+Result numberOf(TSSRTransformedValue self, SEL selector) {
     if (self.transformedValue().respondsToSelector(selector))
         return send<Result>(self.transformedValue(), selector);
     return static_cast<Result>(self.transformedValue() ? 1 : 0);
@@ -107,6 +109,8 @@ TSSRTransformedValue initWithCoder(TSSRTransformedValue self, SEL, NSCoder coder
         valueOf(made) = retain(coder.decodeObjectForKey(shortValueKey())).leak();
     else if (coder.containsValueForKey(valueDescriptionKey()))
         valueOf(made) = retain(coder.decodeObjectForKey(valueDescriptionKey())).leak();
+    // A damaged archive may name the object as its own value, which would be asked round in circles.
+    if (valueOf(made) == made) adopt(std::exchange(valueOf(made), id())).reset();
     return made.leak();
 }
 
@@ -135,12 +139,9 @@ const ClassDefinition definition{
          instanceMethod("valueClass", valueClass), instanceMethod("transformedValue", transformedValue),
          instanceMethod("description", description),
          instanceMethod("completeDescription", completeDescription),
-         instanceMethod("boolValue", numberOf<BOOL, "boolValue">),
-         instanceMethod("integerValue", numberOf<NSInteger, "integerValue">),
-         instanceMethod("intValue", numberOf<int, "intValue">),
-         instanceMethod("longLongValue", longLongValue),
-         instanceMethod("floatValue", numberOf<float, "floatValue">),
-         instanceMethod("doubleValue", numberOf<double, "doubleValue">),
+         instanceMethod("boolValue", numberOf<BOOL>), instanceMethod("integerValue", numberOf<NSInteger>),
+         instanceMethod("intValue", numberOf<int>), instanceMethod("longLongValue", longLongValue),
+         instanceMethod("floatValue", numberOf<float>), instanceMethod("doubleValue", numberOf<double>),
          instanceMethod("objectValue", objectValue), instanceMethod("encodeWithCoder:", encodeWithCoder),
          instanceMethod("initWithCoder:", initWithCoder), instanceMethod("copyWithZone:", copyWithZone)}}};
 

@@ -2,8 +2,10 @@
 
 #include "TessarinPlatform/Definition.h"
 #include "TessarinPlatform/NSLock.h"
+#include "TessarinPlatform/Retained.h"
 
 #include <cstddef>
+#include <utility>
 
 using namespace tessarin;
 

@@ -116,7 +116,8 @@ tessarin_stringByTrimmingLeadingCharactersInSet(tessarin::NSString string, tessa
 // ---- Characters of file names
 //
 // The three rules are class operations. The operations on a string ask the receiver's class for them, so that
-// a class derived from NSString may have rules of its own. NSString's are made once and kept.
+// a class derived from NSString may have rules of its own. NSString's are made once and kept. A nil name
+// holds nothing and answers nil.
 
 // " * . / : < > ? \ |: the full stop is one of them, which is meant.
 TESSARIN_EXPORT tessarin::NSCharacterSet tessarin_fileNameIllegalCharacters();
@@ -154,8 +155,9 @@ tessarin_fileNameByAddingPercentEscapesUsingEncoding(tessarin::NSString name,
                                                      tessarin::NSStringEncoding encoding);
 
 // The receiver with every percent escape replaced by what its bytes say in the encoding; adjacent escapes are
-// read together. All other characters stay as they are. nil for an encoding that the platform does not have,
-// for a percent sign without two hexadecimal digits, and for bytes that are no text in the encoding.
+// read together. All other characters stay as they are. nil for a number that stands for no encoding; where
+// there are escapes, for an encoding that the platform does not have, for a percent sign without two
+// hexadecimal digits, and for bytes that are no text in the encoding.
 //
 //   tessarin_fileNameByReplacingPercentEscapesUsingEncoding("a%20b"_ns, NSUTF8StringEncoding)   // a b
 TESSARIN_EXPORT tessarin::NSString
@@ -165,7 +167,8 @@ tessarin_fileNameByReplacingPercentEscapesUsingEncoding(tessarin::NSString name,
 // ---- Quantities
 
 // A size in bytes, in units of 1024 to the power `unit`, with at most `precision` fraction digits, as a new
-// string of the receiving class. A nil size is 0.
+// string of the receiving class. The size is read as an unsigned 64-bit integer: 1536.9 as 1536, -1 as
+// 2^64 - 1, nil as 0.
 //
 // The unit 65535 stands for the largest in which the size is more than 1, or bytes: 1024 bytes stay bytes,
 // 1025 are 1.0009765625 kB. The number is written by the platform's number formatter: rounded half to even,
@@ -196,8 +199,8 @@ Receiver tessarin_stringWithFileSize_ofUnit_forPrecision_longUnit_separateSuffix
 
 // A duration as minutes and seconds, or from 3660 seconds on as hours, minutes and seconds, as a new string
 // of the receiving class. An hour is shown as 60 : 00, up to 60 : 59, which is meant. From 3,600,000 seconds,
-// 1000 hours, on it is the constant string "999:59:59", whatever class is asked. Each negative field has a
-// minus sign of its own.
+// 1000 hours, on it is the constant string "999:59:59", which is immutable whatever class is asked. Each
+// negative field has a minus sign of its own.
 //
 //   tessarin_timeStringWithSeconds(61)      // 1 : 01
 //   tessarin_timeStringWithSeconds(3660)    // 1 : 01 : 00

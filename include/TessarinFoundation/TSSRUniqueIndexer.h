@@ -13,6 +13,8 @@
 //   channels.freeIndex(0);              // true
 //   channels.registerIndex(NSNotFound); // 0 again
 //
+// Indexers are neither copied nor archived.
+//
 // Threads: while shouldLock is YES, as it is at first, registerIndex, freeIndex, freeAllIndexes,
 // firstAvailableIndex and availableIndexesOfCount guard the sets with one lock that is not recursive.
 // Registering indexes that are free, and freeing, is safe on any number of threads at once. What is not:
@@ -73,9 +75,9 @@ public:
     }
 
     // Registers the index and answers it. An index that is negative, NSNotFound or in use is no mistake:
-    // firstAvailableIndex is registered in its place. Where there is none, that is, on an indexer with
-    // nothing in use and nothing given back, the index set raises NSInvalidArgumentException, and the lock
-    // stays held; this is meant.
+    // firstAvailableIndex is registered in its place. Where there is none, because nothing is in use or the
+    // highest index is, and none was given back, the index set raises NSInvalidArgumentException, and the
+    // lock stays held until the same thread sends unlock; this is meant.
     tessarin::NSInteger registerIndex(tessarin::NSInteger index) const {
         using namespace tessarin;
         return send<NSInteger>(*this, "registerIndex:"_sel, index);

@@ -45,7 +45,7 @@ public:
 };
 
 // Raised for what cannot be archived: a value after the end, and, on the embedded platform, objects inside
-// each other more than 512 deep.
+// each other more than 256 deep.
 inline NSString NSInvalidArchiveOperationException() { return "NSInvalidArchiveOperationException"_ns; }
 
 } // namespace tessarin

@@ -4,7 +4,7 @@
 // initWithCoder:; what it refers to that refers back to it gets the allocated object.
 //
 // An archive may come from anywhere. On the embedded platform damaged ones raise exceptions, take memory in
-// proportion to their size, and are refused beyond 512 objects inside each other.
+// proportion to their size, and are refused beyond 256 objects inside each other.
 #pragma once
 
 #include "TessarinPlatform/NSCoder.h"

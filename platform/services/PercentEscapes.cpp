@@ -82,9 +82,10 @@ struct UnitList {
             return true;
         });
         ascii = found;
+        std::ranges::sort(others);
     }
     bool contains(unichar unit) const {
-        return isAscii(unit) ? ascii.contains(unit) : others.find(unit) != std::u16string::npos;
+        return isAscii(unit) ? ascii.contains(unit) : std::ranges::binary_search(others, unit);
     }
 
     AsciiSet ascii;

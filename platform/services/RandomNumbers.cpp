@@ -110,7 +110,12 @@ SuppliedRandomNumbers::SuppliedRandomNumbers(std::span<const std::uint32_t> numb
     generator.ahead = {numbers.data(), numbers.data() + numbers.size()};
 }
 
-SuppliedRandomNumbers::~SuppliedRandomNumbers() { generator.ahead = replaced_; }
+SuppliedRandomNumbers::~SuppliedRandomNumbers() {
+    Generator& own = generator;
+    // Of random numbers, others may have taken the place of those that were ahead, and have been drawn.
+    const bool areRandom = replaced_.end == own.numbers.data() + own.numbers.size();
+    own.ahead = areRandom ? detail::NumbersAhead() : replaced_;
+}
 
 std::size_t SuppliedRandomNumbers::drawnCount() const {
     const detail::NumbersAhead& ahead = generator.ahead;

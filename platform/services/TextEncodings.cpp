@@ -4,7 +4,6 @@
 #include "platform/services/SingleByteEncodings.h"
 #include "platform/services/Utf8.h"
 
-#include <algorithm>
 #include <bit>
 
 namespace tessarin::encodings {

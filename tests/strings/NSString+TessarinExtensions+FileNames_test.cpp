@@ -315,10 +315,19 @@ TEST_F(AddingEscapesTest, NilForACharacterThatTheEncodingLacks) {
     EXPECT_EQ(escaped(u"\xD83D x"_ns), "(nil)");
 }
 
+TEST_F(AddingEscapesTest, NothingIsLogged) {
+    const CapturedStandardError captured;
+    EXPECT_EQ(escaped("a b"_ns, unknownEncoding), "(nil)");
+    EXPECT_EQ(unescaped("100%"_ns), "(nil)");
+    EXPECT_EQ(unescaped("a"_ns, unknownEncoding), "(nil)");
+    EXPECT_TRUE(captured.lines().empty());
+}
+
 TEST_F(AddingEscapesTest, NilAnswersNil) { EXPECT_EQ(escaped(nil), "(nil)"); }
 
 TEST_F(AddingEscapesTest, TheReceiversClassDecidesWhetherButNotWhat) {
     EXPECT_EQ(escaped(RuledString::make("a bz"_ns)), "a%20bz");
+    EXPECT_EQ(escaped(RuledString::make("a+bz"_ns)), "a%2Bbz"); // a URL could hold it
     const NSString unreserved = RuledString::make("a b"_ns);
     EXPECT_EQ(tessarin_fileNameByAddingPercentEscapesUsingEncoding(unreserved, NSUTF8StringEncoding),
               unreserved);
@@ -345,6 +354,12 @@ TEST_F(RemovingEscapesTest, EveryEscapeIsDecoded) {
     EXPECT_EQ(unescaped("a%20b"_ns), "a b");
     EXPECT_EQ(unescaped("%2F%2f%25%C3%A9"_ns), "//%é");
     EXPECT_EQ(unescaped("caf%8E"_ns, NSMacOSRomanStringEncoding), "café");
+}
+
+TEST_F(RemovingEscapesTest, AnEncodingWithoutConversionCountsForEscapesAlone) {
+    constexpr NSStringEncoding withoutConversion = 0x80007777;
+    EXPECT_EQ(unescaped("abc"_ns, withoutConversion), "abc");
+    EXPECT_EQ(unescaped("%41"_ns, withoutConversion), "(nil)");
 }
 
 TEST_F(RemovingEscapesTest, ANameWithoutEscapesGivesAnEqualOne) {

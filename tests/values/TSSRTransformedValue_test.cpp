@@ -1,5 +1,6 @@
 // The result of a value transformation: accessors, descriptions, ownership, copies. Its archives have a file
 // of their own.
+#include "FailingRootInitialiser.h"
 #include "PlatformTest.h"
 
 #include "TessarinFoundation/TSSRTransformedValue.h"
@@ -393,6 +394,31 @@ TEST_F(TransformedValueTest, ACopyThatCannotBeInitialisedIsNil) {
     EXPECT_EQ(value.copy(), nil);
     Failing::fails = false;
     EXPECT_EQ(copyOf(value).transformedValue(), mute);
+}
+
+TEST_F(TransformedValueTest, AFailedRootInitialiserGivesNil) {
+    const auto one = TSSRTransformedValue::alloc(), other = TSSRTransformedValue::alloc();
+    const FailingRootInitialiser failing;
+    EXPECT_EQ(one.initWithClass_value(nil, nil), nil);
+    EXPECT_EQ(other.initWithCoder(nil), nil);
+}
+
+int valuesSet = 0;
+void setTransformedValue(NSObject self, SEL, NSObject value) {
+    ++valuesSet;
+    instanceVariableOf<NSObject>(self, "transformedValue") = retain(value).leak();
+}
+
+TEST_F(TransformedValueTest, ACopyIsGivenItsValueByKey) {
+    static const ClassDefinition settable{
+        {.name = "TessarinSettableValue",
+         .superclass = "TSSRTransformedValue",
+         .methods = {instanceMethod("setTransformedValue:", setTransformedValue)}}};
+    const Retained<TSSRTransformedValue> value =
+        adopt(as<TSSRTransformedValue>(settable.classObject().alloc()).initWithClass_value(nil, mute));
+    valuesSet = 0;
+    EXPECT_EQ(copyOf(value).transformedValue(), mute);
+    EXPECT_EQ(valuesSet, 1);
 }
 
 // ---- Nil, and many threads

@@ -1,3 +1,4 @@
+#include "FailingRootInitialiser.h"
 #include "PlatformTest.h"
 
 #include "TessarinFoundation/TSSRUniqueIndexer.h"
@@ -69,21 +70,12 @@ TEST_F(TSSRUniqueIndexerTest, IsAnObjectThatIsNeitherCopiedNorArchived) {
     EXPECT_THROWS_NAMED(indexer_.copy(), "NSInvalidArgumentException");
 }
 
-// The initialiser of the root class, which gives up the object when it is told to.
-thread_local bool rootInitialiserFails = false;
-id initOfRoot(NSObject self, SEL) {
-    if (!rootInitialiserFails) return self;
-    adopt(self).reset();
-    return nil;
-}
-
 TEST_F(TSSRUniqueIndexerTest, AFailedBaseInitialiserGivesNil) {
-    static const ExtensionGroup group{"NSObject", "UniqueIndexerTests", {instanceMethod("init", initOfRoot)}};
     const TSSRUniqueIndexer raw = TSSRUniqueIndexer::alloc();
-    rootInitialiserFails = true;
-    const TSSRUniqueIndexer made = raw.init();
-    rootInitialiserFails = false;
-    EXPECT_EQ(made, nil);
+    {
+        const FailingRootInitialiser failing;
+        EXPECT_EQ(raw.init(), nil);
+    }
     EXPECT_NE(adopt(TSSRUniqueIndexer::alloc().init()), nil);
 }
 
@@ -158,6 +150,13 @@ TEST_F(TSSRUniqueIndexerTest, BehindTheHighestIndexThereIsNone) {
     EXPECT_EQ(indexer_.lastUsedIndex(), highestIndex);
 }
 
+TEST_F(TSSRUniqueIndexerTest, RegisteringAnyBehindTheHighestIndexRaisesAndLeavesTheLockHeld) {
+    registerAll({highestIndex});
+    EXPECT_THROWS_NAMED(indexer_.registerIndex(-1), "NSInvalidArgumentException");
+    EXPECT_TRUE(isLocked());
+    indexer_.unlock();
+}
+
 TEST_F(TSSRUniqueIndexerTest, RegisteringLeavesTheLockFree) {
     registerAll({0});
     EXPECT_EQ(indexer_.registerIndex(0), 1);
@@ -210,6 +209,8 @@ TEST_F(TSSRUniqueIndexerTest, FreeingAllMakesItFresh) {
     EXPECT_EQ(indexer_.firstAvailableIndex(), NSNotFound);
     EXPECT_EQ(indexer_.availableIndexesOfCount(2), nil);
     EXPECT_FALSE(isLocked());
+    EXPECT_THROWS_NAMED(indexer_.registerIndex(NSNotFound), "NSInvalidArgumentException");
+    indexer_.unlock();
     registerAll({3});
     EXPECT_EQ(indexer_.registerIndex(NSNotFound), 4);
 }
@@ -385,8 +386,10 @@ TEST_F(TSSRUniqueIndexerTest, ASubclassKeepsItsOwnVariablesBehindThose) {
     EXPECT_EQ(indexer.registerIndex(0), 1);
     EXPECT_EQ(lockCountOf(indexer), 3u) << "the nested call sends lock, which does nothing";
     EXPECT_TRUE(indexer.freeIndex(0));
+    EXPECT_EQ(indexer.availableIndexesOfCount(1).count(), 1u);
+    EXPECT_EQ(lockCountOf(indexer), 6u);
     indexer.freeAllIndexes();
-    EXPECT_EQ(lockCountOf(indexer), 5u);
+    EXPECT_EQ(lockCountOf(indexer), 7u);
     EXPECT_EQ(indexer.usedIndexes().count(), 0u);
 }
 
@@ -398,6 +401,31 @@ TEST_F(TSSRUniqueIndexerTest, ASubclassMayHaveAnotherIdeaOfWhatIsAvailable) {
     EXPECT_EQ(indexer.registerIndex(0), 0);
     EXPECT_EQ(indexer.registerIndex(NSNotFound), 2);
     EXPECT_EQ(indexesOf(indexer.availableIndexesOfCount(3)), (Indexes{4}));
+}
+
+// Asked while the lock is held, lets another thread free an index.
+NSInteger firstWhileAnotherFrees(TSSRUniqueIndexer self, SEL selector) {
+    EXPECT_FALSE(self.shouldLock());
+    std::thread([&] {
+        const AutoreleasePool pool;
+        EXPECT_FALSE(instanceVariableOf<NSLock>(self, "tsrpriv_lock").tryLock());
+        self.freeIndex(0);
+    }).join();
+    return sendSuper<NSInteger>(self, "UniqueIndexerTestPorous"_class, selector);
+}
+
+TEST_F(TSSRUniqueIndexerTest, WhileTheFallbackHoldsTheLockAnotherThreadSkipsIt) {
+    static const ClassDefinition porous{
+        {.name = "UniqueIndexerTestPorous",
+         .superclass = "TSSRUniqueIndexer",
+         .methods = {instanceMethod("firstAvailableIndex", firstWhileAnotherFrees)}}};
+    const Retained<TSSRUniqueIndexer> indexer = adopt(TSSRUniqueIndexer(porous.classObject().alloc()).init());
+    EXPECT_EQ(indexer.registerIndex(0), 0);
+    EXPECT_EQ(indexer.registerIndex(1), 1);
+    EXPECT_EQ(indexer.registerIndex(1), 0) << "freed meanwhile";
+    EXPECT_TRUE(indexer.shouldLock());
+    EXPECT_EQ(indexesOf(indexer.availableIndexesOfCount(1)), (Indexes{0}));
+    EXPECT_TRUE(indexer.shouldLock());
 }
 
 // ---- Many threads

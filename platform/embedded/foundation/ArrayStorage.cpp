@@ -31,8 +31,8 @@ ArrayStorage::~ArrayStorage() {
 }
 
 void ArrayStorage::allocate(NSUInteger wanted) {
-    if (wanted == 0) return;
-    items = resized(nullptr, wanted);
+    if (wanted <= capacity) return;
+    items = resized(capacity > 0 ? items : nullptr, wanted);
     capacity = wanted;
 }
 

@@ -33,7 +33,7 @@ inline NSString uidKey() { return "CF$UID"_ns; }
 
 // As many objects inside each other as are archived and unarchived. Each takes stack for its own coding, and
 // a thread's stack is no larger than the platform makes it.
-inline constexpr std::size_t deepest = 512;
+inline constexpr std::size_t deepest = 256;
 
 // A key of a caller as it stands in the archive, apart from the archive's own keys.
 inline NSString escapedKey(NSString key, NSObject coder, SEL selector) {

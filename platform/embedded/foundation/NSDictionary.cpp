@@ -1,3 +1,4 @@
+#include "platform/embedded/foundation/ArchivedKeys.h"
 #include "platform/embedded/foundation/ArrayStorage.h"
 #include "platform/embedded/foundation/ContainerDescription.h"
 #include "platform/embedded/foundation/ContainerEquality.h"
@@ -187,6 +188,7 @@ NSDictionary initWithCoder(NSDictionary self, SEL selector, NSCoder coder) {
         raiseFrom(NSInvalidUnarchiveOperationException(), self, selector,
                   "as many keys as objects are wanted, and they are " + std::to_string(contents.keys.size())
                       + " and " + std::to_string(contents.objects.size()));
+    checkArchivedKeys(coder, contents.keys);
     return contents.initialize(owned.leak());
 }
 

@@ -3,6 +3,7 @@
 // bits, the lowest first, and the top bit of a byte says that another group follows.
 #include "platform/embedded/foundation/DataStorage.h"
 #include "platform/embedded/foundation/IndexSetStorage.h"
+#include "platform/embedded/foundation/KeyedCoding.h"
 
 #include "TessarinPlatform/NSCoder.h"
 #include "TessarinPlatform/NSException.h"
@@ -79,6 +80,7 @@ bool readRuns(IndexSetStorage& storage, NSCoder coder) {
     if (runCount < 0) return false;
     if (runCount == 0) return true;
     std::span<const std::byte> bytes = bytesOf(kindOf<NSData>(coder.decodeObjectForKey(dataKey())));
+    checkCopyOfDecoded(coder, 16 * bytes.size()); // in a set a run of two bytes may take some sixty
     for (std::int64_t run = 0; run < runCount; ++run) {
         const auto first = takeNumber(bytes);
         const auto length = takeNumber(bytes);

@@ -126,8 +126,14 @@ struct Accessor {
     SEL selector;
     const char* encoding;
 };
+// Keys may come from outside; these operations would release an object that somebody else still has.
+bool changesOwnership(std::string_view name) {
+    return name == "retain" || name == "release" || name == "autorelease" || name == "dealloc";
+}
+
 Accessor findAccessor(NSObject object, const std::string& name) {
     const SEL selector = findSelector(name);
+    if (changesOwnership(name)) return {nullptr, ""};
     const Method* method = selector ? findMethod(classRecordOf(object.object()), selector) : nullptr;
     return method ? Accessor{selector, method->encoding} : Accessor{nullptr, ""};
 }
@@ -286,12 +292,13 @@ id valueForKeyOfItems(NSArray self, SEL selector, NSString key) {
     if (const NSString own = ownKey(key)) return valueForKey(self, selector, own);
     // The items' own code might change the array.
     const Retained<NSArray> items = adopt(as<NSArray>(self.copy()));
-    std::vector<NSObject> values;
+    // Retained one by one, since a later item may let go of what an earlier one answered.
+    const Retained<NSMutableArray> values = adopt(NSMutableArray::alloc().initWithCapacity(items.count()));
     for (const NSObject item : ArrayItems(items)) {
         const NSObject value = item.valueForKey(key);
-        values.push_back(value ? value : NSNull::null());
+        values.addObject(value ? value : NSNull::null());
     }
-    return makeArray(values);
+    return adopt(as<NSArray>(values.copy())).autorelease();
 }
 
 void setValueForKeyOfItems(NSArray self, SEL, NSObject value, NSString key) {

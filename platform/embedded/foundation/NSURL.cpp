@@ -94,6 +94,15 @@ void encodeWithCoder(NSURL self, SEL, NSCoder coder) {
     coder.encodeObject_forKey(self.relativeString(), "NS.relative"_ns);
 }
 
+// A URL asks its base, and that its own, for what it is made of; an archive may hold any number of them.
+constexpr std::size_t mostArchivedBases = 16;
+
+std::size_t basesOf(NSURL url) {
+    std::size_t count = 0;
+    for (; url && count < mostArchivedBases; url = url.baseURL()) ++count;
+    return count;
+}
+
 NSURL initWithCoder(NSURL self, SEL _cmd, NSCoder coder) {
     Retained<NSURL> url = adopt(self);
     const NSObject base = coder.decodeObjectForKey("NS.base"_ns);
@@ -101,6 +110,8 @@ NSURL initWithCoder(NSURL self, SEL _cmd, NSCoder coder) {
     checkCopyOfDecoded(coder, text.length());
     if ((base && !base.isKindOfClass(NSURL::classObject())) || !text || !isURLText(std::string(text)))
         raiseFrom(NSInvalidUnarchiveOperationException(), self, _cmd, "text that is no URL");
+    if (basesOf(NSURL(base)) >= mostArchivedBases)
+        raiseFrom(NSInvalidUnarchiveOperationException(), self, _cmd, "too many URLs relative to each other");
     URLStorage& storage = storageOf<URLStorage>(url);
     storage.text = adopt(as<NSString>(text.copy()));
     storage.base = retain(NSURL(base));
