@@ -56,6 +56,16 @@ ScaledSize inUnit(double bytes, UInt16 unit) {
     return size;
 }
 
+// Of short texts without a string object for each part.
+NSString appended(NSString number, std::string_view suffix) {
+    unichar text[64];
+    const NSUInteger length = number.length();
+    if (length > std::size(text) - suffix.size()) return number.stringByAppendingString(NSString(suffix));
+    number.getCharacters_range(text, {0, length});
+    unichar* const end = std::copy(suffix.begin(), suffix.end(), text + length);
+    return NSString(std::u16string_view(text, end));
+}
+
 NSString stringWithFileSize(Class self, SEL, NSNumber size, UInt16 unit, NSUInteger precision, BOOL longUnit,
                             BOOL separateSuffix) {
     const auto bytes = static_cast<double>(size.unsignedLongLongValue());
@@ -73,7 +83,9 @@ NSString stringWithFileSize(Class self, SEL, NSNumber size, UInt16 unit, NSUInte
     std::string suffix(separateSuffix != NO ? " " : "");
     suffix += prefix;
     suffix += !isLong ? "B" : scaled.value < 2.0 ? "byte" : "bytes";
-    return send<NSString>(self, "stringWithString:"_sel, number.stringByAppendingString(NSString(suffix)));
+    const NSString text = appended(number, suffix);
+    // NSString itself would answer an equal string again.
+    return self == NSString::classObject() ? text : send<NSString>(self, "stringWithString:"_sel, text);
 }
 
 // ---- Durations ----
