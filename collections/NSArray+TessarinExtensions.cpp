@@ -32,6 +32,7 @@ NSArray arrayByMergingWithArray_receiverFirst(NSArray self, SEL, NSArray array, 
     const NSArray base = receiverFirst != NO ? self : array;
     const NSArray added = receiverFirst != NO ? array : self;
     const Retained<NSMutableArray> merged = adopt(NSMutableArray::alloc().initWithArray(base));
+    const Retained<NSArray> kept = adopt(NSArray(added.copy())); // comparing may be the items' own code
     EqualityIndex contained;
     for (const NSObject item : merged) contained.append(item);
     for (const NSObject item : added)
@@ -90,8 +91,9 @@ BOOL containsObjectIdenticalTo(NSArray self, SEL, NSObject object) {
 
 id objectWithValue_forKeyPath(NSArray self, SEL, NSObject value, NSString keyPath) {
     for (const NSObject item : self) {
+        Retained<NSObject> kept = retain(item); // asking and comparing may be code that changes the array
         const NSObject itemValue = item.valueForKeyPath(keyPath);
-        if (value && itemValue.isEqual(value)) return retain(item).autorelease();
+        if (value && itemValue.isEqual(value)) return kept.autorelease();
     }
     return nil;
 }

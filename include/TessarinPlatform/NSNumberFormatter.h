@@ -11,8 +11,8 @@ inline constexpr NSNumberFormatterBehavior NSNumberFormatterBehavior10_4 = 1040;
 
 // A new formatter has no style: at least one integer digit and no fraction digits, no grouping, and the
 // decimal separator of the user's locale. It rounds half to even, and what it rounds is the shortest decimal
-// number that reads back as the same double. Of the integer digits it shows the last 42. The embedded platform
-// writes the digits 0 to 9 in every locale and asks for the user's separator once in a process.
+// number that reads back as the same double. Of the integer digits it shows the last 42. The embedded
+// platform writes the digits 0 to 9 in every locale and asks for the user's separator once in a process.
 //
 // A formatter may be used by one thread at a time.
 class NSNumberFormatter : public Handle<NSNumberFormatter, "NSNumberFormatter", NSObject> {

@@ -214,6 +214,37 @@ TEST_F(MutableArrayExtensionsTest, ASubclassIsAskedToAddWhatIsMerged) {
     EXPECT_EQ(array.changes(), (Texts{"insert 1", "insert 2"}));
 }
 
+TEST_F(MutableArrayExtensionsTest, SettingAnArrayThatTheReceiverAloneHolds) {
+    const NSMutableArray array = NSMutableArray::array();
+    {
+        const AutoreleasePool pool;
+        array.addObject(arrayOf({"an item of the inner array"}));
+    }
+    const auto inner = as<NSArray>(static_cast<NSObject>(array.objectAtIndex(0)));
+    tessarin_setArray_copyItems(array, inner, true);
+    EXPECT_EQ(texts(array), (Texts{"an item of the inner array"}));
+}
+
+// An item that empties the array that it is compared from.
+TEST_F(MutableArrayExtensionsTest, AnItemThatIsReleasedWhileItIsComparedIsAliveWhenItIsAdded) {
+    static const ClassDefinition definition{{.name = "TessarinEmptyingComparison",
+                                             .methods = {instanceMethod(
+                                                 "isEqual:", +[](NSObject, SEL, NSObject) {
+                                                     arrayToChange().removeAllObjects();
+                                                     return NO;
+                                                 })}}};
+    const NSMutableArray array = arrayOf({"a"});
+    arrayToChange() = retain(arrayOf({}));
+    {
+        const AutoreleasePool pool;
+        arrayToChange().addObject(newObject(definition.classObject()));
+        arrayToChange().addObject("b"_ns);
+    }
+    EXPECT_THROWS_NAMED((tessarin_mergeWithArray(array, arrayToChange()), 0), "NSGenericException");
+    EXPECT_EQ(array.count(), 2u);
+    arrayToChange() = {};
+}
+
 TEST_F(MutableArrayExtensionsTest, ChangingTheMergedArrayWhileItIsWalkedRaises) {
     static const ClassDefinition definition{{.name = "TessarinMeddlingComparison",
                                              .methods = {instanceMethod(
