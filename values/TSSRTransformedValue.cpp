@@ -2,25 +2,16 @@
 
 #include "TessarinPlatform/Definition.h"
 #include "TessarinPlatform/Retained.h"
+#include "values/OwnVariable.h"
 
-#include <cstddef>
 #include <utility>
 
 using namespace tessarin;
 
 namespace {
 
-// An instance variable lies at the same place in every instance, those of derived classes included.
-template <detail::FixedString Name>
-id& variable(TSSRTransformedValue self) {
-    auto* object = reinterpret_cast<std::byte*>(self.object());
-    static const std::ptrdiff_t offset =
-        static_cast<std::byte*>(runtime::instanceVariableAddress(self.object(), Name.c_str())) - object;
-    return *reinterpret_cast<id*>(object + offset);
-}
-
-id& valueClassOf(TSSRTransformedValue self) { return variable<"valueClass">(self); }
-id& valueOf(TSSRTransformedValue self) { return variable<"transformedValue">(self); }
+id& valueClassOf(TSSRTransformedValue self) { return values::ownVariable<id, "valueClass">(self); }
+id& valueOf(TSSRTransformedValue self) { return values::ownVariable<id, "transformedValue">(self); }
 
 // ---- Construction and release
 

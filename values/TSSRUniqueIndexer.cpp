@@ -3,29 +3,24 @@
 #include "TessarinPlatform/Definition.h"
 #include "TessarinPlatform/NSLock.h"
 #include "TessarinPlatform/Retained.h"
+#include "values/OwnVariable.h"
 
-#include <cstddef>
 #include <utility>
 
 using namespace tessarin;
 
 namespace {
 
-// The instance variables, in the order of the class's table, as they stand in an indexer one behind another.
+// The instance variables, in the order of the class's table. A runtime lays them out one behind another, as a
+// compiler does the members of a structure.
 struct Variables {
     NSMutableIndexSet usedIndexes;
     NSMutableIndexSet freedIndexes;
     NSLock lock;
     BOOL shouldLock;
 };
-constexpr const char* firstVariable = "tsrpriv_usedIndexes";
-
 Variables& variablesOf(TSSRUniqueIndexer indexer) {
-    // Their place is the same in every indexer; it is looked up by name once.
-    auto* const start = reinterpret_cast<std::byte*>(indexer.object());
-    static const std::ptrdiff_t offset =
-        static_cast<std::byte*>(runtime::instanceVariableAddress(indexer.object(), firstVariable)) - start;
-    return *reinterpret_cast<Variables*>(start + offset);
+    return values::ownVariable<Variables, "tsrpriv_usedIndexes">(indexer);
 }
 
 // ---- Making
@@ -160,7 +155,7 @@ NSMutableIndexSet freedIndexes(TSSRUniqueIndexer self, SEL) { return variablesOf
 
 const ClassDefinition definition{
     {.name = "TSSRUniqueIndexer",
-     .instanceVariables = {instanceVariable<NSMutableIndexSet>(firstVariable),
+     .instanceVariables = {instanceVariable<NSMutableIndexSet>("tsrpriv_usedIndexes"),
                            instanceVariable<NSMutableIndexSet>("tsrpriv_freedIndexes"),
                            instanceVariable<NSLock>("tsrpriv_lock"),
                            instanceVariable<BOOL>("tsrpriv_shouldLock")},

@@ -10,17 +10,11 @@
 
 #if defined(__OBJC__)
 
+#    include "TessarinPlatform/ObjectPredicate.h"
+
 #    import <Foundation/NSArray.h>
 #    import <Foundation/NSIndexSet.h>
 #    import <Foundation/NSString.h>
-
-// The predicate of tessarin_arrayWithObjectsPassingTest:options:, the platform's own type of it. A compiler
-// without blocks takes it for a pointer to the block's structure.
-#    if defined(GNUSTEP)
-typedef GSPredicateBlock TSSRObjectPredicate;
-#    else
-typedef BOOL (^TSSRObjectPredicate)(id object, NSUInteger index, BOOL* stop);
-#    endif
 
 @interface NSArray (TessarinExtensions)
 

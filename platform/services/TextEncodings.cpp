@@ -27,16 +27,6 @@ bool encodeAscii(std::u16string_view units, std::string& bytes) {
 
 constexpr char32_t byteOrderMark = 0xFEFF, lastCharacter = 0x10FFFF;
 
-// Writes a character as one unit or two and answers where the next one goes.
-unichar* writeCharacter(char32_t character, unichar* place) {
-    if (character > 0xFFFF) {
-        *place++ = static_cast<unichar>(0xD7C0 + (character >> 10));
-        character = 0xDC00 + (character & 0x3FF);
-    }
-    *place++ = static_cast<unichar>(character);
-    return place;
-}
-
 bool hasUnpairedSurrogate(std::u16string_view units) {
     for (std::size_t index = 0; index < units.size();)
         if (utf8::isSurrogate(utf8::nextCharacter(units.data(), units.size(), index))) return true;
@@ -55,11 +45,10 @@ bool decodeUtf8(std::string_view bytes, std::u16string& units) {
             continue;
         }
         char32_t character;
-        const std::size_t length =
-            utf8::detail::multiByte(next, static_cast<std::size_t>(end - next), character);
+        const std::size_t length = utf8::multiByte(next, static_cast<std::size_t>(end - next), character);
         if (length == 0) return false;
         next += length;
-        place = writeCharacter(character, place);
+        place = utf8::writeCharacter(character, place);
     }
     units.resize(static_cast<std::size_t>(place - units.data()));
     return true;
@@ -107,7 +96,7 @@ struct FixedWidth {
             const char32_t character = number(bytes.data() + index, width, readOrder);
             if (character > lastCharacter || (width > 2 && utf8::isSurrogate(character))) return false;
             unichar written[2];
-            units.append(written, writeCharacter(character, written));
+            units.append(written, utf8::writeCharacter(character, written));
         }
         return !hasUnpairedSurrogate(std::u16string_view(units).substr(before));
     }

@@ -60,20 +60,23 @@ inline void copyAscii(const From* from, std::size_t count, To* to) {
 
 inline bool isContinuation(unsigned char byte) { return (byte & 0xC0) == 0x80; }
 
+} // namespace detail
+
 // The length of the well-formed sequence of more than one byte at the start of a text, and its character; 0
 // when there is none. Overlong forms, surrogates and what lies beyond U+10FFFF are ill-formed.
 inline std::size_t multiByte(const unsigned char* bytes, std::size_t length, char32_t& character) {
     const unsigned char lead = bytes[0];
-    if (lead >= 0xC2 && lead <= 0xDF && length >= 2 && isContinuation(bytes[1])) {
+    if (lead >= 0xC2 && lead <= 0xDF && length >= 2 && detail::isContinuation(bytes[1])) {
         character = (char32_t{lead} & 0x1F) << 6 | (bytes[1] & 0x3Fu);
         return 2;
     }
-    if ((lead & 0xF0) == 0xE0 && length >= 3 && isContinuation(bytes[1]) && isContinuation(bytes[2])) {
+    if ((lead & 0xF0) == 0xE0 && length >= 3 && detail::isContinuation(bytes[1])
+        && detail::isContinuation(bytes[2])) {
         character = (char32_t{lead} & 0x0F) << 12 | (bytes[1] & 0x3Fu) << 6 | (bytes[2] & 0x3Fu);
         return character >= 0x800 && !isSurrogate(character) ? 3 : 0;
     }
-    if ((lead & 0xF8) == 0xF0 && length >= 4 && isContinuation(bytes[1]) && isContinuation(bytes[2])
-        && isContinuation(bytes[3])) {
+    if ((lead & 0xF8) == 0xF0 && length >= 4 && detail::isContinuation(bytes[1])
+        && detail::isContinuation(bytes[2]) && detail::isContinuation(bytes[3])) {
         character = (char32_t{lead} & 0x07) << 18 | (bytes[1] & 0x3Fu) << 12 | (bytes[2] & 0x3Fu) << 6
                     | (bytes[3] & 0x3Fu);
         return character >= 0x10000 && character <= 0x10FFFF ? 4 : 0;
@@ -81,7 +84,17 @@ inline std::size_t multiByte(const unsigned char* bytes, std::size_t length, cha
     return 0;
 }
 
-} // namespace detail
+// Writes a character in units that are wide enough for it, or, where those are of UTF-16, in one or two.
+// Answers where the next one goes.
+template <class Unit>
+inline Unit* writeCharacter(char32_t character, Unit* place) {
+    if (sizeof(Unit) > 1 && character > 0xFFFF) {
+        *place++ = static_cast<Unit>(0xD7C0 + (character >> 10));
+        character = 0xDC00 + (character & 0x3FF);
+    }
+    *place++ = static_cast<Unit>(character);
+    return place;
+}
 
 // What a UTF-8 text becomes in UTF-16.
 struct Measure {
@@ -99,7 +112,7 @@ inline Measure measure(std::string_view text) {
         result.units += ascii;
         if (index == text.size()) break;
         char32_t character;
-        const std::size_t length = detail::multiByte(bytes + index, text.size() - index, character);
+        const std::size_t length = multiByte(bytes + index, text.size() - index, character);
         if (length == 0) return {false, 0, 0};
         index += length;
         result.units += character > 0xFFFF ? 2 : 1;
@@ -120,13 +133,8 @@ inline void decode(std::string_view text, Unit* units) {
         index += ascii;
         if (index == text.size()) break;
         char32_t character = 0;
-        index += detail::multiByte(bytes + index, text.size() - index, character);
-        if (sizeof(Unit) > 1 && character > 0xFFFF) {
-            *units++ = static_cast<Unit>(0xD7C0 + (character >> 10));
-            *units++ = static_cast<Unit>(0xDC00 + (character & 0x3FF));
-        } else {
-            *units++ = static_cast<Unit>(character);
-        }
+        index += multiByte(bytes + index, text.size() - index, character);
+        units = writeCharacter(character, units);
     }
 }
 

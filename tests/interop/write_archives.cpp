@@ -1,4 +1,5 @@
 // Writes the archives of all samples, in both formats, into a directory.
+#include "Archived.h"
 #include "Samples.h"
 
 #include <filesystem>
@@ -6,20 +7,6 @@
 
 using namespace tessarin;
 using namespace tessarin::interop;
-
-namespace {
-
-NSData archived(NSObject root, NSPropertyListFormat format) {
-    const NSMutableData data = NSMutableData::data();
-    const Retained<NSKeyedArchiver> archiver =
-        adopt(NSKeyedArchiver::alloc().initForWritingWithMutableData(data));
-    archiver.setOutputFormat(format);
-    archiver.encodeObject_forKey(root, "root"_ns);
-    archiver.finishEncoding();
-    return data;
-}
-
-} // namespace
 
 int main(int argumentCount, char** arguments) {
     if (argumentCount != 2) {
@@ -32,7 +19,8 @@ int main(int argumentCount, char** arguments) {
         for (const ArchiveFormat& format : archiveFormats) {
             const AutoreleasePool pool;
             const std::string path = directory / fileName(sample, format);
-            if (archived(sample.make(), format.format).writeToFile_atomically(NSString(path), true)) continue;
+            if (testing::archived(sample.make(), format.format).writeToFile_atomically(NSString(path), true))
+                continue;
             std::cerr << "cannot write " << path << '\n';
             return 1;
         }

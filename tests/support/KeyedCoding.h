@@ -1,20 +1,10 @@
 // What every class must do that can be archived.
 #pragma once
 
+#include "Archived.h"
 #include "PlatformTest.h"
 
 namespace tessarin::testing {
-
-// The archive of an object under the key "root".
-inline NSData archived(NSObject root, NSPropertyListFormat format) {
-    const NSMutableData data = NSMutableData::data();
-    const Retained<NSKeyedArchiver> archiver =
-        adopt(NSKeyedArchiver::alloc().initForWritingWithMutableData(data));
-    archiver.setOutputFormat(format);
-    archiver.encodeObject_forKey(root, "root"_ns);
-    archiver.finishEncoding();
-    return data;
-}
 
 // An object conforms to NSCoding and comes back from archives of both formats as an equal one, mutable if it
 // was; in both of its places, where it was met twice, as the same one.

@@ -3,8 +3,8 @@
 //   $version    100000
 //   $archiver   "NSKeyedArchiver"
 //   $top        what was encoded outside of all objects: key to value
-//   $objects    the objects. A reference to one (a UID) is its index; index 0 holds "$null" and stands for
-//   nil
+//   $objects    the objects. A reference to one (a UID) is its index; index 0 holds "$null", for
+//               nil
 //
 // Strings, numbers and data are objects as they are. Every other is a dictionary of what it encoded, with a
 // reference to its class under $class: { $classname: its name, $classes: its name and those it is derived
