@@ -1,6 +1,7 @@
 # Finds GNUstep Base, the Foundation for GCC's Objective-C runtime, by asking gnustep-config.
 #
 #   GNUstep::Base         the Foundation and the runtime, to link
+#   GNUstep::GUI          the AppKit as well, where it is installed
 #   GNUstep::ObjectiveC   what sources need: the flags of Objective-C ones, the runtime's headers for all
 #
 # GNUstep_FOUND, GNUstep_VERSION
@@ -28,6 +29,7 @@ list(TRANSFORM gnustep_libraries REPLACE "^-L" "" OUTPUT_VARIABLE gnustep_librar
 list(FILTER gnustep_library_directories INCLUDE REGEX "^/")
 
 find_library(GNUstep_BASE_LIBRARY gnustep-base HINTS ${gnustep_library_directories})
+find_library(GNUstep_GUI_LIBRARY gnustep-gui HINTS ${gnustep_library_directories})
 find_path(GNUstep_INCLUDE_DIR Foundation/NSObject.h HINTS ${gnustep_includes} PATH_SUFFIXES GNUstep)
 
 # The runtime's library and headers lie in GCC's own directories, which other compilers do not search.
@@ -41,7 +43,7 @@ foreach(compiler IN ITEMS "${CMAKE_CXX_COMPILER}" gcc)
     find_library(GNUstep_OBJC_LIBRARY objc HINTS ${gnustep_compiler_directory})
     find_path(GNUstep_OBJC_INCLUDE_DIR objc/runtime.h HINTS ${gnustep_compiler_directory}/include)
 endforeach()
-mark_as_advanced(GNUstep_BASE_LIBRARY GNUstep_INCLUDE_DIR GNUstep_OBJC_LIBRARY GNUstep_OBJC_INCLUDE_DIR)
+mark_as_advanced(GNUstep_BASE_LIBRARY GNUstep_GUI_LIBRARY GNUstep_INCLUDE_DIR GNUstep_OBJC_LIBRARY GNUstep_OBJC_INCLUDE_DIR)
 
 if(EXISTS ${GNUstep_INCLUDE_DIR}/GNUstepBase/GSConfig.h)
     file(STRINGS ${GNUstep_INCLUDE_DIR}/GNUstepBase/GSConfig.h gnustep_version_line
@@ -59,6 +61,13 @@ if(GNUstep_FOUND AND NOT TARGET GNUstep::Base)
     find_package(Threads REQUIRED)
     add_library(GNUstep::Base INTERFACE IMPORTED)
     target_link_libraries(GNUstep::Base INTERFACE ${GNUstep_BASE_LIBRARY} ${GNUstep_OBJC_LIBRARY} Threads::Threads)
+
+    if(GNUstep_GUI_LIBRARY)
+        # Its classes are looked up by their names, which is no reference that a linker sees.
+        add_library(GNUstep::GUI INTERFACE IMPORTED)
+        target_link_libraries(GNUstep::GUI INTERFACE GNUstep::Base "LINKER:--push-state,--no-as-needed"
+                              ${GNUstep_GUI_LIBRARY} "LINKER:--pop-state")
+    endif()
 
     # Of GCC's directory the runtime's headers alone: the rest are headers for GCC itself.
     set(gnustep_runtime_headers ${CMAKE_BINARY_DIR}/CMakeFiles/objective-c-runtime)

@@ -77,6 +77,10 @@ public:
     NSArray sortedArrayUsingSelector(SEL comparison) const {
         return send<NSArray>(*this, "sortedArrayUsingSelector:"_sel, comparison);
     }
+    // Stably, by the first descriptor, what is equal by the second, and so on.
+    NSArray sortedArrayUsingDescriptors(NSArray descriptors) const {
+        return send<NSArray>(*this, "sortedArrayUsingDescriptors:"_sel, descriptors);
+    }
 
     // Calls the block with each object, its index and a flag that it sets to end the walk.
     void enumerateObjectsUsingBlock(Block<void(id, NSUInteger, BOOL*)> block) const {

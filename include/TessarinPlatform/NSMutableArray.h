@@ -47,6 +47,9 @@ public:
     void removeAllObjects() const { send<void>(*this, "removeAllObjects"_sel); }
     void setArray(NSArray other) const { send<void>(*this, "setArray:"_sel, other); }
     void sortUsingSelector(SEL comparison) const { send<void>(*this, "sortUsingSelector:"_sel, comparison); }
+    void sortUsingDescriptors(NSArray descriptors) const {
+        send<void>(*this, "sortUsingDescriptors:"_sel, descriptors);
+    }
 };
 
 } // namespace tessarin
