@@ -3,7 +3,11 @@
 
 #include "TessarinPlatform/detail/NSString-class.h"
 
+#include <iterator>
+
 namespace tessarin {
+
+class IndexIterator;
 
 class NSIndexSet : public Handle<NSIndexSet, "NSIndexSet", NSObject> {
 public:
@@ -60,7 +64,46 @@ public:
     NSUInteger indexLessThanOrEqualToIndex(NSUInteger index) const {
         return send<NSUInteger>(*this, "indexLessThanOrEqualToIndex:"_sel, index);
     }
+
+    // Walks the indexes in ascending order. A set that is changed meanwhile goes on from where the walk is.
+    IndexIterator begin() const;
+    IndexIterator end() const;
 };
+
+// A place in a walk over an index set.
+class IndexIterator {
+public:
+    using value_type = NSUInteger;
+    using difference_type = std::ptrdiff_t;
+    using iterator_category = std::input_iterator_tag; // an index is answered, not referred to
+    using iterator_concept = std::forward_iterator_tag;
+
+    IndexIterator() = default;
+    IndexIterator(NSIndexSet set, NSUInteger index) : set_(set), index_(index) {}
+
+    NSUInteger operator*() const { return index_; }
+    IndexIterator& operator++() {
+        index_ = set_.indexGreaterThanIndex(index_);
+        return *this;
+    }
+    IndexIterator operator++(int) {
+        const IndexIterator before = *this;
+        ++*this;
+        return before;
+    }
+    friend bool operator==(const IndexIterator& left, const IndexIterator& right) {
+        return left.index_ == right.index_;
+    }
+
+private:
+    NSIndexSet set_;
+    NSUInteger index_ = NSNotFound;
+};
+
+inline IndexIterator NSIndexSet::begin() const {
+    return {*this, *this ? firstIndex() : static_cast<NSUInteger>(NSNotFound)};
+}
+inline IndexIterator NSIndexSet::end() const { return {*this, NSNotFound}; }
 
 } // namespace tessarin
 
