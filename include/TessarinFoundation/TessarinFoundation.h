@@ -10,3 +10,10 @@
 #include "TessarinFoundation/TSSRAudio.h"
 #include "TessarinFoundation/TSSRTransformedValue.h"
 #include "TessarinFoundation/TSSRUniqueIndexer.h"
+
+// What extends classes of the AppKit. A program in Objective-C may do without it.
+#if !defined(__OBJC__) || __has_include(<AppKit/NSWindow.h>)
+#    include "TessarinFoundation/NSScrollView+TessarinExtensions.h"
+#    include "TessarinFoundation/NSView+TessarinExtensions.h"
+#    include "TessarinFoundation/NSWindow+TessarinExtensions.h"
+#endif
