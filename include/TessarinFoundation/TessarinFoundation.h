@@ -11,7 +11,7 @@
 #include "TessarinFoundation/TSSRTransformedValue.h"
 #include "TessarinFoundation/TSSRUniqueIndexer.h"
 
-// What extends classes of the AppKit. A program in Objective-C may do without it.
+// What extends the AppKit's classes, where there is one.
 #if !defined(__OBJC__) || __has_include(<AppKit/NSWindow.h>)
 #    include "TessarinFoundation/NSScrollView+TessarinExtensions.h"
 #    include "TessarinFoundation/NSView+TessarinExtensions.h"
