@@ -1,12 +1,12 @@
 // How methods that take geometry are typed, against what the platform's compiled code says of its own.
-#include "InterfaceTest.h"
+#include "PlatformTest.h"
 
 #include "platform/native/ObjectiveC.h"
 
 namespace tessarin::testing {
 namespace {
 
-class GeometryEncodingTest : public InterfaceTest {
+class GeometryEncodingTest : public PlatformTest {
 protected:
     // Without the offsets of the arguments, which compilers write and nobody reads.
     static std::string encodingOf(Class classObject, const char* selector) {

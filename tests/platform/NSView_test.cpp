@@ -1,8 +1,5 @@
 #include "InterfaceTest.h"
 
-#include <atomic>
-#include <thread>
-
 namespace tessarin::testing {
 namespace {
 
