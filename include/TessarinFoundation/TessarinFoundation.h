@@ -10,3 +10,10 @@
 #include "TessarinFoundation/TSSRAudio.h"
 #include "TessarinFoundation/TSSRTransformedValue.h"
 #include "TessarinFoundation/TSSRUniqueIndexer.h"
+
+// What extends the AppKit's classes, where there is one.
+#if !defined(__OBJC__) || __has_include(<AppKit/NSWindow.h>)
+#    include "TessarinFoundation/NSScrollView+TessarinExtensions.h"
+#    include "TessarinFoundation/NSView+TessarinExtensions.h"
+#    include "TessarinFoundation/NSWindow+TessarinExtensions.h"
+#endif

@@ -1,4 +1,5 @@
-// NSScrollView: a view that shows part of another, with scrollers.
+// NSScrollView: a view that shows part of another, with scrollers. The embedded platform, which draws
+// nothing, leaves the frames of its scrollers alone and never hides one by itself.
 #pragma once
 
 #include "TessarinPlatform/NSScroller.h"

@@ -30,7 +30,8 @@ public:
     NSArray subviews() const { return send<NSArray>(*this, "subviews"_sel); }
     // The window that shows the view, nil for none.
     NSWindow window() const;
-    // Puts the view in front of the others, taken out of the view that it was in.
+    // Puts the view in front of the others, taken out of the view that it was in. Nothing for nil; a view
+    // that is the receiver or contains it raises NSInvalidArgumentException.
     void addSubview(NSView view) const { send<void>(*this, "addSubview:"_sel, view); }
     void removeFromSuperview() const { send<void>(*this, "removeFromSuperview"_sel); }
 

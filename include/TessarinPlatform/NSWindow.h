@@ -55,7 +55,8 @@ public:
         return send<NSRect>(*this, "convertRectFromScreen:"_sel, rect);
     }
 
-    // Retained; it is given the size of the window's content.
+    // Retained; it is given the size of the window's content. Taken out of the view or the window that it was
+    // in. What contains it is the platform's own affair: on the embedded platform it has no superview.
     NSView contentView() const { return send<NSView>(*this, "contentView"_sel); }
     void setContentView(NSView view) const { send<void>(*this, "setContentView:"_sel, view); }
     // The screen that holds most of the window, nil for none.

@@ -6,6 +6,9 @@
 #import "TessarinPlatform/FourCharacterCodes.h"
 #import "TessarinPlatform/PercentEscapes.h"
 
+#import <AppKit/NSApplication.h>
+#import <AppKit/NSScroller.h>
+
 #include <string.h>
 
 static void checkPaths(void) {
@@ -381,8 +384,71 @@ static void checkMutableArraysAndDictionaries(void) {
     CHECK([numbers count] == 2);
 }
 
+// The display that the program is started on. No window manager runs there, so GNUstep draws title bars
+// itself.
+static void openDisplay(void) {
+    NSDictionary *settings = [NSDictionary dictionaryWithObject:@"NO"
+                                                         forKey:@"GSX11HandlesWindowDecorations"];
+    [[NSUserDefaults standardUserDefaults] registerDefaults:settings];
+    [NSApplication sharedApplication];
+}
+
+static NSWindow *newWindow(NSRect content, NSUInteger style) {
+    return [[NSWindow alloc] initWithContentRect:content
+                                       styleMask:style
+                                         backing:NSBackingStoreBuffered
+                                           defer:NO];
+}
+
+static void checkWindows(void) {
+    NSWindow *window = newWindow(NSMakeRect(100, 500, 400, 300), NSBorderlessWindowMask);
+    NSView *view = [[NSView alloc] initWithFrame:NSMakeRect(0, 0, 400, 500)];
+    [window orderFront:nil];
+    CHECK(NSEqualPoints([window tessarin_topLeftPoint], NSMakePoint(100, 800)));
+    CHECK(NSEqualPoints([window tessarin_convertBaseToScreen:NSMakePoint(5, 5)], NSMakePoint(105, 505)));
+    CHECK(NSEqualRects([window tessarin_frameRectForContentView:view], NSMakeRect(100, 300, 400, 500)));
+    CHECK(NSEqualRects([window tessarin_frameRectForContentView:nil], NSMakeRect(100, 800, 0, 0)));
+    [window setFrame:NSMakeRect(100, 100, 400, 300) display:YES];
+    CHECK(NSEqualRects([window tessarin_frameRectForContentView:view], NSMakeRect(100, 0, 400, 500)));
+    [view setFrameSize:NSMakeSize(400, 1000)]; // the screen is 900 points high
+    CHECK(NSEqualRects([window tessarin_frameRectForContentView:view], NSMakeRect(100, -100, 400, 1000)));
+    [window orderOut:nil];
+    [view release];
+    [window release];
+}
+
+static void checkViews(void) {
+    NSWindow *window = newWindow(NSMakeRect(100, 100, 300, 200), NSTitledWindowMask);
+    NSView *view = [[NSView alloc] initWithFrame:NSMakeRect(0, 0, 50, 40)];
+    [[window contentView] addSubview:view];
+    [window orderFront:nil];
+    [view tessarin_setFrameTopLeftPoint:NSMakePoint(0, 100)];
+    CHECK(NSEqualRects([view frame], NSMakeRect(0, 60, 50, 40)));
+    [view tessarin_setFrameWithOriginAtTopLeft:NSMakeRect(10, 190, 80, 24)];
+    CHECK(NSEqualRects([view frame], NSMakeRect(10, 166, 80, 24)));
+    [window orderOut:nil];
+    [view release];
+    [window release];
+}
+
+static void checkScrollViews(void) {
+    NSScrollView *view = [[NSScrollView alloc] initWithFrame:NSMakeRect(0, 0, 200, 100)];
+    CHECK(![view tessarin_isHorizontalScrollerVisible]);
+    [view setHasVerticalScroller:YES];
+    CHECK([view tessarin_isVerticalScrollerVisible]);
+    CHECK(![view tessarin_isHorizontalScrollerVisible]);
+    [view setHasHorizontalScroller:YES];
+    CHECK([view tessarin_isHorizontalScrollerVisible]);
+    [[view verticalScroller] setHidden:YES];
+    CHECK(![view tessarin_isVerticalScrollerVisible]);
+    [view setHidden:YES];
+    CHECK(![view tessarin_isHorizontalScrollerVisible]);
+    [view release];
+}
+
 int main(void) {
     NSAutoreleasePool *pool = [[NSAutoreleasePool alloc] init];
+    openDisplay();
     checkPaths();
     checkKeyPathsAndTrimming();
     checkQuantities();
@@ -396,6 +462,9 @@ int main(void) {
     checkSearchesInArrays();
     checkMutableArraysAndDictionaries();
     checkTransformedValues();
+    checkWindows();
+    checkViews();
+    checkScrollViews();
     const int exitCode = closeChecks();
     [pool release];
     return exitCode;

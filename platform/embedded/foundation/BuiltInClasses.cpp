@@ -35,6 +35,11 @@ ClassDescription describeNSKeyedArchiver();
 ClassDescription describeNSKeyedUnarchiver();
 ClassDescription describeKeyedArchiverUID();
 ClassDescription describeNSBundle();
+ClassDescription describeNSScreen();
+ClassDescription describeNSView();
+ClassDescription describeNSWindow();
+ClassDescription describeNSScroller();
+ClassDescription describeNSScrollView();
 
 const BuiltInClass builtInClasses[] = {
     {"NSObject", describeNSObject},
@@ -66,6 +71,11 @@ const BuiltInClass builtInClasses[] = {
     {"NSKeyedUnarchiver", describeNSKeyedUnarchiver},
     {"CFKeyedArchiverUID", describeKeyedArchiverUID},
     {"NSBundle", describeNSBundle},
+    {"NSScreen", describeNSScreen},
+    {"NSView", describeNSView},
+    {"NSWindow", describeNSWindow},
+    {"NSScroller", describeNSScroller},
+    {"NSScrollView", describeNSScrollView},
 };
 const std::size_t builtInClassCount = std::size(builtInClasses);
 

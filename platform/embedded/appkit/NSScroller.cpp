@@ -1,0 +1,8 @@
+#include "TessarinPlatform/NSScroller.h"
+#include "platform/embedded/runtime/BuiltInClass.h"
+
+namespace tessarin::embedded {
+
+ClassDescription describeNSScroller() { return {.name = "NSScroller", .superclass = "NSView"}; }
+
+} // namespace tessarin::embedded

@@ -1,0 +1,55 @@
+#!/usr/bin/env bash
+# The application with a window, on a display of the test's own: what it keeps it finds again.
+#
+#   session_window_test.sh PROGRAM COMPONENTS
+set -euo pipefail
+program=$1
+components=$2
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+session=$work/session.plist
+
+fail() {
+    echo "$*" >&2
+    exit 1
+}
+
+# opens ARGUMENTS...: starts the application and kills it when it has kept its session, which it does with every change.
+opens() {
+    touch "$work/before"
+    "$program" -SessionFile "$session" -Components "$components" -GSX11HandlesWindowDecorations NO "$@" \
+        2>"$work/err" &
+    local application=$! attempt
+    for ((attempt = 0; attempt < 300; ++attempt)); do
+        [[ ! $session -nt $work/before ]] || break
+        sleep 0.1
+    done
+    sleep 0.5 # it goes on running
+    kill -KILL "$application" || fail "it ended by itself: $(cat "$work/err")"
+    wait "$application" 2>/dev/null || true
+    [[ $session -nt $work/before ]] || fail "nothing was kept: $(cat "$work/err")"
+}
+
+printed() { "$program" -SessionFile "$session" -Print YES; }
+
+opens -Effect "Acme: aufx; dely; Acme"
+printed >"$work/first"
+grep -qx 'effect         Acme: aufx; dely; Acme' "$work/first" || fail "another effect: $(cat "$work/first")"
+grep -qx 'window         top left at 200, 700' "$work/first" || fail "another corner: $(cat "$work/first")"
+
+opens
+printed | diff "$work/first" - || fail "another session after the next start"
+
+# What somebody else writes is found too, and keys that are not the application's stay.
+sed -i 's|<real>75</real>|<real>50</real>|; s|<real>700</real>|<real>650</real>|
+        s|<key>meters</key>|<key>recent</key><string>mix</string><key>meters</key>|' "$session"
+opens
+printed >"$work/third"
+grep -q 'saturation 50,' "$work/third" || fail "another colour: $(cat "$work/third")"
+grep -qx 'window         top left at 200, 650' "$work/third" || fail "another corner: $(cat "$work/third")"
+grep -q '<string>mix</string>' "$session" || fail "a key is gone: $(cat "$session")"
+
+echo "<plist><array/></plist>" >"$session"
+! printed 2>"$work/err" || fail "an array is taken for a session"
+grep -q 'is no property list of a dictionary' "$work/err" || fail "another reason: $(cat "$work/err")"
+echo "all as expected"
