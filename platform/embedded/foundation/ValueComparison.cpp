@@ -21,7 +21,7 @@ Comparison comparisonOf(NSObject classObject) {
 
 bool comparesAsValue(NSObject object) {
     static const std::array<Comparison, 5> known = {
-        comparisonOf("NSObject"_class), comparisonOf("NSString"_class), comparisonOf("NSNumber"_class),
+        comparisonOf("NSString"_class), comparisonOf("NSNumber"_class), comparisonOf("NSObject"_class),
         comparisonOf("NSDate"_class), comparisonOf("NSData"_class)};
     const Comparison own{runtime::lookUp(object.object(), "isEqual:"_sel),
                          runtime::lookUp(object.object(), "hash"_sel)};
