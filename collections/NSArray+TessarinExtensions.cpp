@@ -117,6 +117,7 @@ public:
         for (const NSObject item : array) index_->append(item);
     }
 
+    bool areIndexed() const { return index_.has_value(); }
     NSUInteger of(NSObject object) {
         return index_ && comparesAsValue(object) ? index_->positionOf(object) : array_.indexOfObject(object);
     }
@@ -147,15 +148,16 @@ void addRuns(NSMutableIndexSet set, const std::vector<bool>& isMember) {
 NSIndexSet indexesOfObjectsInArray(NSArray self, SEL, NSArray array) {
     ObjectPositions positions(self, array);
     const Retained<NSMutableIndexSet> indexes = adopt(NSMutableIndexSet::alloc().init());
-    // Gathered first, since the index sets of some platforms take long for indexes that do not ascend.
-    std::vector<bool> isFound(self.count());
+    // Many are gathered first, since the index sets of some platforms take long for indexes that do not
+    // ascend.
+    std::vector<bool> isFound(positions.areIndexed() ? self.count() : 0);
     for (const NSObject item : array) {
         const NSUInteger index = positions.of(item);
         if (index == notFound) raiseNotContained(self);
         if (index < isFound.size())
             isFound[index] = true;
         else
-            indexes.addIndex(index); // of an array that counts in its own way
+            indexes.addIndex(index);
     }
     addRuns(indexes, isFound);
     return adopt(NSIndexSet(indexes.copy())).autorelease();

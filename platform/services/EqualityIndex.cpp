@@ -1,6 +1,6 @@
 #include "TessarinPlatform/EqualityIndex.h"
 
-#include "TessarinPlatform/ValueComparison.h"
+#include "TessarinPlatform/ValueHash.h"
 #include "platform/services/HashSeed.h"
 
 #include <bit>
@@ -51,12 +51,9 @@ bool EqualityIndex::appendIfMissing(NSObject object) {
 NSUInteger EqualityIndex::positionOf(NSObject searched) { return positionOf(sought(searched)); }
 
 EqualityIndex::Sought EqualityIndex::sought(NSObject object) {
-    if (comparesAsValue(object)) {
-        const NSUInteger hash = object.hash();
-        return {object, hash != 0 ? hash : 1};
-    }
-    holdObjects();
-    return {object, 0};
+    const NSUInteger hash = hashOfValue(object);
+    if (hash == 0) holdObjects();
+    return {object, hash};
 }
 
 void EqualityIndex::holdObjects() {
@@ -81,7 +78,7 @@ NSUInteger EqualityIndex::positionOf(Sought searched) const {
 NSUInteger EqualityIndex::positionOfValue(Sought value) const {
     if (slots_.empty()) {
         for (NSUInteger position = 0; position < hashes_.size(); ++position)
-            if (hashes_[position] == value.hash && areEqual(value.object, objects_[position]))
+            if (hashes_[position] == value.hash && areEqualValues(value.object, objects_[position]))
                 return position;
         return notFound;
     }
@@ -90,7 +87,7 @@ NSUInteger EqualityIndex::positionOfValue(Sought value) const {
          index = (index + 1) & (slots_.size() - 1)) {
         if (!isTagged(slots_[index], tagOf(spread))) continue;
         const auto position = static_cast<NSUInteger>((slots_[index] & positionMask) - 1);
-        if (areEqual(value.object, objects_[position])) return position;
+        if (areEqualValues(value.object, objects_[position])) return position;
     }
     return notFound;
 }

@@ -214,42 +214,37 @@ std::size_t lengthWithoutPercent(std::u16string_view units) {
     return index;
 }
 
-// Replaces the escapes of a text that is ASCII, as what is escaped in full is, by their bytes; false for any
-// other text and for a malformed escape. What the bytes are in UTF-8 can be found out for all of them at
-// once, since ASCII on either side completes no sequence.
-bool replaceByBytes(NSString string, std::string& bytes) {
-    bytes.reserve(std::min<std::size_t>(string.length(), largestReservation));
+// Replaces the escapes of a text that is ASCII before and after, as most are; false for any other text and
+// for a malformed escape.
+bool replaceInAscii(NSString string, std::string& ascii) {
+    const NSUInteger length = string.length();
     return takeBlocks(string, [&](std::u16string_view& units, bool isLast) {
         char block[blockLength];
         char* place = block;
         unsigned all = 0;
-        while (!units.empty()) {
-            const std::size_t plain = units[0] == u'%' ? 0 : lengthWithoutPercent(units);
-            for (const unichar unit : units.substr(0, plain)) {
-                all |= unit;
-                *place++ = static_cast<char>(unit);
+        const unichar* next = units.data();
+        const unichar* const end = next + units.size();
+        while (next != end) {
+            if (*next != u'%') {
+                const unichar* const plainEnd = next + lengthWithoutPercent({next, end});
+                for (; next != plainEnd; ++next) {
+                    all |= *next;
+                    *place++ = static_cast<char>(*next);
+                }
+                continue;
             }
-            units.remove_prefix(plain);
-            if (units.size() < 3) break;
-            const unsigned byte = valueOfDigit(units[1]) << 4 | valueOfDigit(units[2]);
-            if (byte > 0xFF) return false;
-            *place++ = static_cast<char>(static_cast<std::uint8_t>(byte));
-            units.remove_prefix(3);
+            if (end - next < 3) break;
+            const unsigned byte = valueOfDigit(next[1]) << 4 | valueOfDigit(next[2]);
+            if (byte > 0x7F) return false;
+            *place++ = static_cast<char>(byte);
+            next += 3;
         }
-        if (all > 0x7F || (isLast && !units.empty())) return false;
-        bytes.append(block, place);
+        if (all > 0x7F || (isLast && next != end)) return false;
+        units = {next, end};
+        if (ascii.empty()) ascii.reserve(std::min<std::size_t>(length, largestReservation));
+        ascii.append(block, place);
         return true;
     });
-}
-
-// nil for what is ill-formed, whatever the platform's own initialiser makes of it.
-Retained<NSString> stringOfUtf8(std::string_view bytes) {
-    const utf8::Measure measure = utf8::measure(bytes);
-    if (!measure.wellFormed) return nil;
-    if (measure.highest == 0x7F) return exactString(bytes);
-    std::u16string units(measure.units, u'\0');
-    utf8::decode(bytes, units.data());
-    return exactString(units);
 }
 
 // Replaces escapes in blocks of units.
@@ -354,9 +349,9 @@ NSString CFURLCreateStringByReplacingPercentEscapesUsingEncoding(CFAllocatorRef,
     if (!string) return nil;
     const bool hasEscapes = string.rangeOfString_options("%"_ns, NSLiteralSearch).length > 0;
     if (!left || !hasEscapes) return as<NSString>(string.copy());
-    if (std::string bytes;
-        encoding == kCFStringEncodingUTF8 && left.length() == 0 && replaceByBytes(string, bytes))
-        return stringOfUtf8(bytes).leak();
+    if (std::string ascii;
+        encoding == kCFStringEncodingUTF8 && left.length() == 0 && replaceInAscii(string, ascii))
+        return exactString(std::string_view(ascii)).leak();
     const UnitList leftUnits(left);
     Unescaper unescaper(leftUnits, left.length() > 0, encoding, string.length());
     const bool isDone = takeBlocks(
