@@ -1,4 +1,6 @@
 // Edits of mutable arrays and values in the order of their keys, against the standard library on pointers.
+#include "Names.h"
+
 #include "TessarinFoundation/NSDictionary+TessarinExtensions.h"
 #include "TessarinFoundation/NSMutableArray+TessarinExtensions.h"
 
@@ -11,68 +13,26 @@
 #include <algorithm>
 #include <random>
 #include <string>
-#include <unordered_set>
 #include <vector>
 
 using namespace tessarin;
 
 namespace {
 
-std::string nameOf(std::int64_t number) { return "a name of some length, number " + std::to_string(number); }
+using bench::perElement;
 
 // Strings for the numbers from `first` on, each an object of its own.
 Retained<NSMutableArray> namesFrom(std::int64_t first, std::int64_t count) {
     const AutoreleasePool pool;
     Retained<NSMutableArray> names = adopt(NSMutableArray::alloc().init());
     for (std::int64_t number = first; number < first + count; ++number)
-        names.addObject(NSString(nameOf(number)));
+        names.addObject(NSString(bench::nameOf(number)));
     return names;
 }
 
-void perElement(benchmark::State& state) { state.SetItemsProcessed(state.iterations() * state.range(0)); }
 void sizes(benchmark::internal::Benchmark* benchmark) {
     for (const int size : {10, 1000, 100'000, 1'000'000}) benchmark->Arg(size);
 }
-
-// ---- Merging: half of what is added is there already.
-
-void merge(benchmark::State& state) {
-    const AutoreleasePool outer;
-    const Retained<NSMutableArray> present = namesFrom(0, state.range(0));
-    const Retained<NSMutableArray> added = namesFrom(state.range(0) / 2, state.range(0));
-    for (auto _ : state) {
-        const AutoreleasePool pool;
-        const Retained<NSMutableArray> merged = adopt(NSMutableArray(present.mutableCopy()));
-        tessarin_mergeWithArray(merged, added);
-        benchmark::DoNotOptimize(merged.object());
-    }
-    perElement(state);
-}
-BENCHMARK(merge)->Name("MergeArray/Names")->Apply(sizes);
-
-std::vector<std::string> standardNamesFrom(std::int64_t first, std::int64_t count) {
-    std::vector<std::string> names;
-    for (std::int64_t number = first; number < first + count; ++number) names.push_back(nameOf(number));
-    return names;
-}
-
-void mergeStandard(benchmark::State& state) {
-    const std::vector<std::string> present = standardNamesFrom(0, state.range(0));
-    const std::vector<std::string> added = standardNamesFrom(state.range(0) / 2, state.range(0));
-    for (auto _ : state) {
-        std::vector<const std::string*> merged;
-        std::unordered_set<std::string_view> contained;
-        for (const std::string& name : present) {
-            merged.push_back(&name);
-            contained.insert(name);
-        }
-        for (const std::string& name : added)
-            if (contained.insert(name).second) merged.push_back(&name);
-        benchmark::DoNotOptimize(merged.data());
-    }
-    perElement(state);
-}
-BENCHMARK(mergeStandard)->Name("MergeArray/UnorderedSet")->Apply(sizes);
 
 // ---- Moving, to and fro over all distances.
 
@@ -131,7 +91,7 @@ void valuesByKeys(benchmark::State& state) {
     const Retained<NSMutableDictionary> numbers = adopt(NSMutableDictionary::alloc().init());
     for (std::int64_t number = 0; number < state.range(0); ++number) {
         const AutoreleasePool pool;
-        numbers.setObject_forKey("value"_ns, NSString(nameOf(number)));
+        numbers.setObject_forKey("value"_ns, NSString(bench::nameOf(number)));
     }
     for (auto _ : state) {
         const AutoreleasePool pool;
@@ -142,7 +102,7 @@ void valuesByKeys(benchmark::State& state) {
 BENCHMARK(valuesByKeys)->Name("ValuesByKeys/Dictionary")->Arg(10)->Arg(1000)->Arg(100'000);
 
 void sortPointers(benchmark::State& state) {
-    std::vector<std::string> names = standardNamesFrom(0, state.range(0));
+    std::vector<std::string> names = bench::presentNames(state.range(0));
     std::shuffle(names.begin(), names.end(), std::minstd_rand(1));
     for (auto _ : state) {
         std::vector<const std::string*> pointers;

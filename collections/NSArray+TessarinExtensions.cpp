@@ -2,18 +2,18 @@
 #include "TessarinFoundation/NSArray+TessarinExtensions.h"
 
 #include "TessarinPlatform/Definition.h"
+#include "TessarinPlatform/EqualityIndex.h"
 #include "TessarinPlatform/Exceptions.h"
 #include "TessarinPlatform/NSBundle.h"
 #include "TessarinPlatform/NSMutableArray.h"
 #include "TessarinPlatform/NSMutableIndexSet.h"
 #include "TessarinPlatform/ValueComparison.h"
-#include "collections/EqualityIndex.h"
 
 #include <algorithm>
 #include <optional>
+#include <vector>
 
 using namespace tessarin;
-using tessarin::collections::EqualityIndex;
 
 namespace {
 
@@ -28,16 +28,18 @@ id arrayWithArray_copyItems(Class self, SEL, NSArray array, BOOL) {
 
 NSArray immutableCopy(NSArray array) { return adopt(NSArray(array.copy())).autorelease(); }
 
+NSArray arrayOf(std::span<const NSObject> objects) {
+    return NSArray::arrayWithObjects_count(objects.data(), objects.size());
+}
+
 NSArray arrayByMergingWithArray_receiverFirst(NSArray self, SEL, NSArray array, BOOL receiverFirst) {
     const NSArray base = receiverFirst != NO ? self : array;
     const NSArray added = receiverFirst != NO ? array : self;
-    const Retained<NSMutableArray> merged = adopt(NSMutableArray::alloc().initWithArray(base));
-    const Retained<NSArray> kept = adopt(NSArray(added.copy())); // comparing may be the items' own code
-    EqualityIndex contained;
-    for (const NSObject item : merged) contained.append(item);
-    for (const NSObject item : added)
-        if (contained.appendIfMissing(item)) merged.addObject(item);
-    return immutableCopy(merged);
+    EqualityIndex merged({base, added});
+    merged.reserve(base.count() + added.count());
+    for (const NSObject item : base) merged.append(item);
+    for (const NSObject item : added) merged.appendIfMissing(item);
+    return arrayOf(merged.objects());
 }
 
 NSArray arrayByRemovingObject(NSArray self, SEL, NSObject object) {
@@ -60,22 +62,29 @@ NSArray arrayWithObjectsPassingTest_options(NSArray self, SEL, Predicate predica
     return self.objectsAtIndexes(self.indexesOfObjectsWithOptions_passingTest(options, predicate));
 }
 
-// It pays to look at all objects first when an array is searched more often, and holds more, than this.
-constexpr NSUInteger fewSearches = 16;
+// Above this number of comparisons it pays to look at all objects of an array first.
+constexpr NSUInteger fewComparisons = 64;
+
+bool takesFewComparisons(NSUInteger searches, NSUInteger count) {
+    return count == 0 || searches <= fewComparisons / count;
+}
 
 NSArray arrayByRemovingObjectsInArray(NSArray self, SEL, NSArray array) {
-    const Retained<NSMutableArray> remaining = adopt(NSMutableArray(self.mutableCopy()));
-    if (array.count() <= fewSearches || !searchesByEquality(remaining)) {
+    if (takesFewComparisons(array.count(), self.count()) || !searchesByEquality(self)) {
+        const Retained<NSMutableArray> remaining = adopt(NSMutableArray(self.mutableCopy()));
         remaining.removeObjectsInArray(array);
         return immutableCopy(remaining);
     }
-    const Retained<NSArray> removed = adopt(NSArray(array.copy()));
-    EqualityIndex index(EqualityIndex::Asked::appended);
-    for (const NSObject item : removed) index.append(item);
-    std::vector<NSObject> kept;
-    for (const NSObject item : remaining)
-        if (!index.contains(item)) kept.push_back(item);
-    return NSArray::arrayWithObjects_count(kept.data(), kept.size());
+    // Comparing may be the items' own code: what is walked is what nobody can change.
+    const Retained<NSArray> items = adopt(NSArray(self.copy()));
+    EqualityIndex removed({items, array}, EqualityIndex::Asked::appended);
+    removed.reserve(array.count());
+    for (const NSObject item : array) removed.append(item);
+    std::vector<NSObject> remaining;
+    remaining.reserve(items.count());
+    for (const NSObject item : items)
+        if (!removed.contains(item)) remaining.push_back(item);
+    return arrayOf(remaining);
 }
 
 id penultimeteObject(NSArray self, SEL) {
@@ -98,24 +107,23 @@ id objectWithValue_forKeyPath(NSArray self, SEL, NSObject value, NSString keyPat
     return nil;
 }
 
-// Answers what an array's indexOfObject: does.
+// Answers what an array's indexOfObject: does, for the objects of another.
 class ObjectPositions {
 public:
-    // For about as many searches.
-    ObjectPositions(NSArray array, NSUInteger searches) : array_(array) {
-        if (searches <= fewSearches || array.count() <= fewSearches || !searchesByEquality(array)) return;
-        kept_ = adopt(NSArray(array.copy()));
-        index_.emplace();
-        for (const NSObject item : kept_) index_->append(item);
+    ObjectPositions(NSArray array, NSArray searched) : array_(array) {
+        if (takesFewComparisons(searched.count(), array.count()) || !searchesByEquality(array)) return;
+        index_.emplace({array, searched});
+        index_->reserve(array.count());
+        for (const NSObject item : array) index_->append(item);
     }
 
-    NSUInteger operator()(NSObject object) const {
+    bool areIndexed() const { return index_.has_value(); }
+    NSUInteger of(NSObject object) {
         return index_ && comparesAsValue(object) ? index_->positionOf(object) : array_.indexOfObject(object);
     }
 
 private:
     NSArray array_;
-    Retained<NSArray> kept_;
     std::optional<EqualityIndex> index_;
 };
 
@@ -127,26 +135,32 @@ private:
     raise(NSInternalInconsistencyException(), NSString::stringWithFormat(text ? text : key));
 }
 
-NSIndexSet setOf(std::vector<NSUInteger>& indexes) {
-    std::sort(indexes.begin(), indexes.end());
-    const Retained<NSMutableIndexSet> set = adopt(NSMutableIndexSet::alloc().init());
-    for (auto run = indexes.begin(); run != indexes.end();) {
-        auto last = run;
-        while (last + 1 != indexes.end() && *(last + 1) - *last <= 1) ++last;
-        set.addIndexesInRange({*run, *last - *run + 1});
-        run = last + 1;
+void addRuns(NSMutableIndexSet set, const std::vector<bool>& isMember) {
+    const auto end = isMember.end();
+    for (auto run = std::find(isMember.begin(), end, true); run != end;) {
+        const auto runEnd = std::find(run, end, false);
+        set.addIndexesInRange(
+            {static_cast<NSUInteger>(run - isMember.begin()), static_cast<NSUInteger>(runEnd - run)});
+        run = std::find(runEnd, end, true);
     }
-    return adopt(NSIndexSet(set.copy())).autorelease();
 }
 
 NSIndexSet indexesOfObjectsInArray(NSArray self, SEL, NSArray array) {
-    const ObjectPositions positionOf(self, array.count());
-    std::vector<NSUInteger> indexes;
+    ObjectPositions positions(self, array);
+    const Retained<NSMutableIndexSet> indexes = adopt(NSMutableIndexSet::alloc().init());
+    // Many are gathered first, since the index sets of some platforms take long for indexes that do not
+    // ascend.
+    std::vector<bool> isFound(positions.areIndexed() ? self.count() : 0);
     for (const NSObject item : array) {
-        indexes.push_back(positionOf(item));
-        if (indexes.back() == notFound) raiseNotContained(self);
+        const NSUInteger index = positions.of(item);
+        if (index == notFound) raiseNotContained(self);
+        if (index < isFound.size())
+            isFound[index] = true;
+        else
+            indexes.addIndex(index);
     }
-    return setOf(indexes);
+    addRuns(indexes, isFound);
+    return adopt(NSIndexSet(indexes.copy())).autorelease();
 }
 
 const ExtensionGroup group{

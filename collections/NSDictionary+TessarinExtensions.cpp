@@ -2,6 +2,7 @@
 #include "TessarinFoundation/NSDictionary+TessarinExtensions.h"
 
 #include "TessarinPlatform/Definition.h"
+#include "TessarinPlatform/KeyOrder.h"
 #include "TessarinPlatform/NSMutableDictionary.h"
 
 #include <vector>
@@ -11,6 +12,8 @@ using namespace tessarin;
 namespace {
 
 NSArray allValuesSortedByKeys(NSDictionary self, SEL) {
+    if (const auto values = objectsInOrderOfKeys(self))
+        return NSArray::arrayWithObjects_count(values->data(), values->size());
     std::vector<NSObject> values;
     values.reserve(self.count());
     for (const NSObject key : self.allKeys().sortedArrayUsingSelector("compare:"_sel))

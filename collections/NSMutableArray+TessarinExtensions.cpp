@@ -3,8 +3,8 @@
 
 #include "TessarinPlatform/ArrayEditing.h"
 #include "TessarinPlatform/Definition.h"
+#include "TessarinPlatform/EqualityIndex.h"
 #include "TessarinPlatform/RandomNumbers.h"
-#include "collections/EqualityIndex.h"
 
 #include <algorithm>
 
@@ -48,12 +48,9 @@ void moveObjectFromIndex_toIndex(NSMutableArray self, SEL, NSUInteger from, NSUI
 }
 
 void mergeWithArray(NSMutableArray self, SEL, NSArray array) {
-    // Comparing is the objects' own code: what is compared must outlast it.
-    const Retained<NSArray> present = adopt(NSArray(self.copy()));
-    const Retained<NSArray> added = adopt(NSArray(array.copy()));
-    collections::EqualityIndex contained;
-    for (const NSObject item : present) contained.append(item);
-    // The array itself is walked, not the copy, so that a change of it is noticed.
+    EqualityIndex contained({self, array});
+    contained.reserve(self.count() + array.count());
+    for (const NSObject item : self) contained.append(item);
     for (const NSObject item : array)
         if (contained.appendIfMissing(item)) self.addObject(item);
 }

@@ -16,27 +16,30 @@ constexpr char illegalCharacters[] = "\"*./:<>?\\|";
 constexpr char reservedCharacters[] = " \"#$%&+,/:;<=>?@[\\]^`{|}";
 constexpr char escapingCharacter[] = "-";
 
-// The literal stands in should the platform make no string of the text.
-NSCharacterSet makeSet(const char* characters, NSString literal) {
+// A constant string stands in should the platform make no string of the text.
+NSString orConstant(NSString string, const char* text) {
+    return string ? string : NSString(runtime::makeConstantString(text));
+}
+
+NSCharacterSet makeSet(const char* characters) {
     const AutoreleasePool pool;
-    const NSString string = NSString::stringWithCString_encoding(characters, NSUTF8StringEncoding);
-    return retain(NSCharacterSet::characterSetWithCharactersInString(string ? string : literal)).leak();
+    const NSString string =
+        orConstant(NSString::stringWithCString_encoding(characters, NSUTF8StringEncoding), characters);
+    return retain(NSCharacterSet::characterSetWithCharactersInString(string)).leak();
 }
 
 NSCharacterSet fileNameIllegalCharacters(Class, SEL) {
-    static const NSCharacterSet set = makeSet(illegalCharacters, operator""_ns<illegalCharacters>());
+    static const NSCharacterSet set = makeSet(illegalCharacters);
     return set;
 }
 NSCharacterSet fileNameReservedCharacters(Class, SEL) {
-    static const NSCharacterSet set = makeSet(reservedCharacters, operator""_ns<reservedCharacters>());
+    static const NSCharacterSet set = makeSet(reservedCharacters);
     return set;
 }
 NSString escapingFileNameCharacter(Class, SEL) {
-    static const NSString character = [] {
-        const NSString string =
-            NSString::alloc().initWithCString_encoding(escapingCharacter, NSUTF8StringEncoding);
-        return string ? string : operator""_ns<escapingCharacter>();
-    }();
+    static const NSString character =
+        orConstant(NSString::alloc().initWithCString_encoding(escapingCharacter, NSUTF8StringEncoding),
+                   escapingCharacter);
     return character;
 }
 

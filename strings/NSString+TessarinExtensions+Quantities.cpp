@@ -3,6 +3,7 @@
 
 #include "TessarinPlatform/Definition.h"
 #include "TessarinPlatform/NSNumberFormatter.h"
+#include "TessarinPlatform/NumberFormatting.h"
 #include "TessarinPlatform/Retained.h"
 
 #include <algorithm>
@@ -66,6 +67,13 @@ NSString appended(NSString number, std::string_view suffix) {
     return NSString(std::u16string_view(text, end));
 }
 
+NSString askFormatter(double number, NSUInteger maximumFractionDigits) {
+    const Retained<NSNumberFormatter> formatter = adopt(NSNumberFormatter::alloc().init());
+    formatter.setFormatterBehavior(NSNumberFormatterBehavior10_4);
+    formatter.setMaximumFractionDigits(maximumFractionDigits);
+    return formatter.stringFromNumber(NSNumber::numberWithDouble(number));
+}
+
 NSString stringWithFileSize(Class self, SEL, NSNumber size, UInt16 unit, NSUInteger precision, BOOL longUnit,
                             BOOL separateSuffix) {
     const auto bytes = static_cast<double>(size.unsignedLongLongValue());
@@ -73,17 +81,16 @@ NSString stringWithFileSize(Class self, SEL, NSNumber size, UInt16 unit, NSUInte
     const bool isLong = longUnit != NO;
     const std::string_view prefix = prefixAt((isLong ? firstLongPrefix : 0) + scaled.unit);
 
-    const Retained<NSNumberFormatter> formatter = adopt(NSNumberFormatter::alloc().init());
-    formatter.setFormatterBehavior(NSNumberFormatterBehavior10_4);
-    formatter.setMaximumFractionDigits(precision);
-    const NSString number = formatter.stringFromNumber(NSNumber::numberWithDouble(scaled.value));
-    if (!number) return nil;
-
     // The number as it is before it is rounded: 1.999 is shown as "2 byte", which is meant.
+    const std::string_view unitWord = !isLong ? "B" : scaled.value < 2.0 ? "byte" : "bytes";
     std::string suffix(separateSuffix != NO ? " " : "");
-    suffix += prefix;
-    suffix += !isLong ? "B" : scaled.value < 2.0 ? "byte" : "bytes";
-    const NSString text = appended(number, suffix);
+    suffix.append(prefix).append(unitWord);
+    NSString text = formattedNumber(scaled.value, precision, suffix);
+    if (!text) {
+        const NSString number = askFormatter(scaled.value, precision);
+        if (!number) return nil;
+        text = appended(number, suffix);
+    }
     // NSString itself would answer an equal string again.
     return self == NSString::classObject() ? text : send<NSString>(self, "stringWithString:"_sel, text);
 }

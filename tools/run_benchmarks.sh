@@ -7,8 +7,12 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 rounds=${1:-5}
 
-tools/install_packages.sh g++ cmake ninja-build libbenchmark-dev libboost-dev libfmt-dev libglib2.0-dev libroaring-dev \
-    pkg-config qt6-base-dev gobjc libgnustep-base-dev libgnustep-gui-dev python3
+packages=(
+    g++ cmake ninja-build libbenchmark-dev pkg-config python3
+    libabsl-dev libboost-dev libfmt-dev libglib2.0-dev libroaring-dev qt6-base-dev # rivals
+    gobjc libgnustep-base-dev libgnustep-gui-dev
+)
+tools/install_packages.sh "${packages[@]}"
 
 for preset in bench bench-native; do
     cmake --preset "$preset" >/dev/null
@@ -26,11 +30,18 @@ run() { # preset, platform, round, filter
     runs+=("$2=$result")
 }
 # Where GNUstep is the rival, or measured for itself.
-native='StreamFormat/Array|UniqueIndexer/Library|KeyedArchive/Archive/1000$|KeyedArchive/Unarchive|Placing'
+native=(
+    'Array(Merge|Removal|Indexes)/Array'
+    StreamFormat/Array
+    UniqueIndexer/Library
+    'KeyedArchive/Archive/1000$'
+    KeyedArchive/Unarchive
+    Placing
+)
 for ((round = 1; round <= rounds; ++round)); do
     echo "Round $round of $rounds"
     run bench embedded "$round" .
-    run bench-native native "$round" "$native"
+    run bench-native native "$round" "$(IFS='|'; echo "${native[*]}")"
 done
 
 echo

@@ -1,4 +1,5 @@
 #include "TessarinPlatform/ValueComparison.h"
+#include "TessarinPlatform/ValueHash.h"
 
 #include "TessarinPlatform/NSDate.h"
 #include "TessarinPlatform/NSMutableArray.h"
@@ -90,6 +91,12 @@ bool comparesAsValue(NSObject object) {
     if (isAmong(ofOtherValues(), own)) return comparesExactly(object);
     return isAmong(ofStrings(), own) && hashesAsItCompares(as<NSString>(object));
 }
+
+NSUInteger hashOfValue(NSObject object) {
+    return comparesAsValue(object) ? std::max<NSUInteger>(object.hash(), 1) : 0;
+}
+
+bool areEqualValues(NSObject left, NSObject right) { return left == right || left.isEqual(right); }
 
 bool searchesByEquality(NSArray array) {
     static const std::vector<Object*> known = [] {

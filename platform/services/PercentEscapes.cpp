@@ -214,6 +214,39 @@ std::size_t lengthWithoutPercent(std::u16string_view units) {
     return index;
 }
 
+// Replaces the escapes of a text that is ASCII before and after, as most are; false for any other text and
+// for a malformed escape.
+bool replaceInAscii(NSString string, std::string& ascii) {
+    const NSUInteger length = string.length();
+    return takeBlocks(string, [&](std::u16string_view& units, bool isLast) {
+        char block[blockLength];
+        char* place = block;
+        unsigned all = 0;
+        const unichar* next = units.data();
+        const unichar* const end = next + units.size();
+        while (next != end) {
+            if (*next != u'%') {
+                const unichar* const plainEnd = next + lengthWithoutPercent({next, end});
+                for (; next != plainEnd; ++next) {
+                    all |= *next;
+                    *place++ = static_cast<char>(*next);
+                }
+                continue;
+            }
+            if (end - next < 3) break;
+            const unsigned byte = valueOfDigit(next[1]) << 4 | valueOfDigit(next[2]);
+            if (byte > 0x7F) return false;
+            *place++ = static_cast<char>(byte);
+            next += 3;
+        }
+        if (all > 0x7F || (isLast && next != end)) return false;
+        units = {next, end};
+        if (ascii.empty()) ascii.reserve(std::min<std::size_t>(length, largestReservation));
+        ascii.append(block, place);
+        return true;
+    });
+}
+
 // Replaces escapes in blocks of units.
 class Unescaper {
 public:
@@ -316,6 +349,9 @@ NSString CFURLCreateStringByReplacingPercentEscapesUsingEncoding(CFAllocatorRef,
     if (!string) return nil;
     const bool hasEscapes = string.rangeOfString_options("%"_ns, NSLiteralSearch).length > 0;
     if (!left || !hasEscapes) return as<NSString>(string.copy());
+    if (std::string ascii;
+        encoding == kCFStringEncodingUTF8 && left.length() == 0 && replaceInAscii(string, ascii))
+        return exactString(std::string_view(ascii)).leak();
     const UnitList leftUnits(left);
     Unescaper unescaper(leftUnits, left.length() > 0, encoding, string.length());
     const bool isDone = takeBlocks(

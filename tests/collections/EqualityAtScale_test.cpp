@@ -258,6 +258,40 @@ TEST_F(EqualityAtScaleTest, LargeNumbersAreFoundAsTheyCompare) {
         }
 }
 
+// Containers are compared one by one, however many there are.
+TEST_F(EqualityAtScaleTest, ArraysOfArraysGiveTheSame) {
+    RandomObjects random(1);
+    const auto arrays = [&] {
+        Objects objects;
+        for (int count = 0; count < 1000; ++count)
+            objects.push_back(NSArray::arrayOf(random.value(25), NSArray::arrayOf(random.value(4))));
+        return NSArray::arrayWithObjects_count(objects.data(), objects.size());
+    };
+    const NSArray array = arrays(), other = arrays();
+    EXPECT_TRUE(objectsOf(tessarin_arrayByMergingWithArray_receiverFirst(array, other, true))
+                == merged(array, other));
+    EXPECT_TRUE(objectsOf(tessarin_arrayByRemovingObjectsInArray(array, other)) == removed(array, other));
+    const NSArray present = tessarin_arrayByMergingWithArray_receiverFirst(other, array, true);
+    EXPECT_TRUE(indexesByTheLibrary(present, array) == indexes(present, array));
+}
+
+// Enough of them for a table that grows several times, and many of each.
+TEST_F(EqualityAtScaleTest, ManyEqualValuesGiveTheSame) {
+    RandomObjects random(2);
+    const auto values = [&](int variety) {
+        Objects objects;
+        for (int count = 0; count < 3000; ++count) objects.push_back(random.value(variety));
+        return NSArray::arrayWithObjects_count(objects.data(), objects.size());
+    };
+    for (const int variety : {1, 40, 2000}) {
+        const NSArray array = values(variety), other = values(variety);
+        EXPECT_TRUE(objectsOf(tessarin_arrayByMergingWithArray_receiverFirst(array, other, true))
+                    == merged(array, other));
+        EXPECT_TRUE(objectsOf(tessarin_arrayByRemovingObjectsInArray(array, other)) == removed(array, other));
+        EXPECT_TRUE(indexesByTheLibrary(array, array) == indexes(array, array));
+    }
+}
+
 // ---- As many comparisons as there are objects, not as there are pairs
 
 TEST_F(EqualityAtScaleTest, AnObjectOfItsOwnIsComparedWithEachOnce) {

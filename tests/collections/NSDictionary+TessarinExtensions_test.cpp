@@ -2,6 +2,9 @@
 
 #include "TessarinFoundation/NSDictionary+TessarinExtensions.h"
 
+#include <map>
+#include <random>
+
 namespace tessarin::testing {
 namespace {
 
@@ -22,6 +25,60 @@ TEST_F(DictionaryExtensionsTest, KeysAreOrderedByTheirOwnComparison) {
         NSArray::arrayOf(NSNumber::numberWithInt(10), NSNumber::numberWithInt(9),
                          NSNumber::numberWithInt(-1)));
     EXPECT_EQ(texts(tessarin_allValuesSortedByKeys(numbers)), (Texts{"minus one", "nine", "ten"}));
+}
+
+// Keys that begin alike for longer or shorter, or are all of others, with one among them, perhaps, that is no
+// ASCII.
+TEST_F(DictionaryExtensionsTest, ManyStringsAreOrderedByTheirUnits) {
+    std::mt19937 random(1);
+    for (const std::string beginning : {"", "a", "a name of some length, number "})
+        for (const bool isAscii : {true, false}) {
+            std::map<std::string, std::string> expected;
+            if (!isAscii) expected["\u0436"] = "zhe"; // behind all others, as in UTF-8
+            for (int count = 0; count < 300; ++count) {
+                std::string key = beginning;
+                for (auto length = random() % 20; length > 0; --length) key += "ab/Z\x01\0"[random() % 6];
+                expected[key] = std::to_string(count);
+            }
+            const NSMutableDictionary dictionary = NSMutableDictionary::dictionary();
+            for (const auto& [key, value] : expected)
+                dictionary.setObject_forKey(NSString(value), NSString(key));
+            Texts values;
+            for (const auto& [key, value] : expected) values.push_back(value);
+            EXPECT_EQ(texts(tessarin_allValuesSortedByKeys(dictionary)), values) << beginning;
+            EXPECT_EQ(
+                texts(tessarin_allValuesSortedByKeys(NSDictionary::dictionaryWithDictionary(dictionary))),
+                values)
+                << beginning;
+        }
+}
+
+// Compares by a number, the larger first.
+NSObject newBackwardKey(int number) {
+    static const ClassDefinition definition{
+        {.name = "TessarinTestBackwardKey",
+         .protocols = {"NSCopying"},
+         .instanceVariables = {instanceVariable<int>("number")},
+         .methods = {instanceMethod(
+                         "copyWithZone:", +[](NSObject self, SEL, void*) { return retain(self).leak(); }),
+                     instanceMethod(
+                         "compare:", +[](NSObject self, SEL, NSObject other) -> NSComparisonResult {
+                             const int difference = instanceVariableOf<int>(other, "number")
+                                                    - instanceVariableOf<int>(self, "number");
+                             return difference < 0   ? NSOrderedAscending
+                                    : difference > 0 ? NSOrderedDescending
+                                                     : NSOrderedSame;
+                         })}}};
+    const NSObject key = adopt(send<NSObject>(definition.classObject().alloc(), "init"_sel)).autorelease();
+    instanceVariableOf<int>(key, "number") = number;
+    return key;
+}
+
+TEST_F(DictionaryExtensionsTest, KeysWithAnOrderOfTheirOwnAreAsked) {
+    const NSMutableDictionary dictionary = NSMutableDictionary::dictionary();
+    for (const int number : {2, 3, 1})
+        dictionary.setObject_forKey(NSNumber::numberWithInt(number), newBackwardKey(number));
+    EXPECT_EQ(texts(tessarin_allValuesSortedByKeys(dictionary)), (Texts{"3", "2", "1"}));
 }
 
 TEST_F(DictionaryExtensionsTest, AnEmptyDictionaryGivesAnEmptyArray) {

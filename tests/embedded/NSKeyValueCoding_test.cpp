@@ -28,5 +28,66 @@ TEST_F(EmbeddedKeyValueCodingTest, APathMayBeOfAnyLength) {
     EXPECT_THROWS_NAMED(object.valueForKey(NSString(path)), "NSUnknownKeyException");
 }
 
+// ---- Arrays in arrays
+
+// Objects of which the innermost array holds one, in so many arrays.
+Retained<NSObject> nested(NSObject innermost, int levels) {
+    Retained<NSObject> container = retain(innermost);
+    for (int level = 0; level < levels; ++level) {
+        const AutoreleasePool pool;
+        container = retain(NSObject(NSArray::arrayOf(container)));
+    }
+    return container;
+}
+
+TEST_F(EmbeddedKeyValueCodingTest, ArraysMayBeNestedToAnyDepth) {
+    constexpr int levels = 500'000;
+    const Retained<NSObject> container = nested("four"_ns, levels);
+    const Retained<NSObject> values = retain(NSObject(container.valueForKey("length"_ns)));
+    NSObject value = values;
+    for (int level = 0; level < levels; ++level) {
+        ASSERT_EQ(as<NSArray>(value).count(), 1u);
+        value = as<NSArray>(value).objectAtIndex(0);
+    }
+    EXPECT_EQ(as<NSNumber>(value).intValue(), 4);
+}
+
+TEST_F(EmbeddedKeyValueCodingTest, ArraysNestedToAnyDepthPassOnWhatIsSet) {
+    const NSMutableDictionary innermost = NSMutableDictionary::dictionary();
+    const Retained<NSObject> container = nested(innermost, 500'000);
+    container.setValue_forKey("v"_ns, "k"_ns);
+    EXPECT_EQ(innermost.objectForKey("k"_ns), "v"_ns);
+}
+
+TEST_F(EmbeddedKeyValueCodingTest, EachItemOfNestedArraysIsAsked) {
+    const NSArray array = NSArray::arrayOf(
+        "a"_ns, NSArray::arrayOf("bb"_ns, NSArray::array(), NSArray::arrayOf("ccc"_ns)), "dddd"_ns);
+    const NSArray values = as<NSArray>(array.valueForKey("length"_ns));
+    const auto number = [](int value) { return NSNumber::numberWithInt(value); };
+    EXPECT_TRUE(values.isEqual(NSArray::arrayOf(
+        number(1), NSArray::arrayOf(number(2), NSArray::array(), NSArray::arrayOf(number(3))), number(4))));
+}
+
+TEST_F(EmbeddedKeyValueCodingTest, AnArrayInItselfRaises) {
+    const Retained<NSMutableArray> circular = adopt(NSMutableArray::alloc().init());
+    circular.addObject(NSArray::arrayOf(circular));
+    EXPECT_THROWS_NAMED(circular.valueForKey("length"_ns), "NSInvalidArgumentException");
+    EXPECT_THROWS_NAMED((circular.setValue_forKey("v"_ns, "k"_ns), 0), "NSInvalidArgumentException");
+    circular.removeAllObjects();
+}
+
+TEST_F(EmbeddedKeyValueCodingTest, APathWithManyOperatorsRaises) {
+    const auto path = [](int operators) {
+        std::string text;
+        for (int count = 0; count < operators; ++count) text += "@sum.";
+        return NSString(text + "self");
+    };
+    NSArray array = NSArray::arrayOf(NSNumber::numberWithInt(3));
+    for (int level = 1; level < 64; ++level) array = NSArray::arrayOf(array);
+    EXPECT_EQ(as<NSNumber>(array.valueForKeyPath(path(64))).intValue(), 3);
+    EXPECT_THROWS_NAMED(array.valueForKeyPath(path(65)), "NSInvalidArgumentException");
+    EXPECT_THROWS_NAMED(array.valueForKeyPath(path(100'000)), "NSInvalidArgumentException");
+}
+
 } // namespace
 } // namespace tessarin::testing

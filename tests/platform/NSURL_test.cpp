@@ -1,18 +1,33 @@
 #include "PlatformTest.h"
+#include "TemporaryFolder.h"
 
 #include <filesystem>
 
 namespace tessarin::testing {
 namespace {
 
-// Paths are taken against /tmp, which is a directory.
+// Relative paths are taken against an empty folder in an empty folder.
 class NSURLTest : public PlatformTest {
 protected:
-    NSURLTest() { std::filesystem::current_path("/tmp"); }
+    NSURLTest() {
+        std::filesystem::create_directory(folder_.path() / "inner");
+        std::filesystem::current_path(folder_.path() / "inner");
+    }
     ~NSURLTest() override { std::filesystem::current_path(directoryBefore_); }
+
+    static std::string here() { return std::filesystem::current_path().string(); }
+    static std::string above() { return std::filesystem::current_path().parent_path().string(); }
+    // A relative path that leads to the root and further up.
+    static std::string beyondTheRoot() {
+        std::string path;
+        for (const char unit : here())
+            if (unit == '/') path += "../";
+        return path + "../";
+    }
 
 private:
     const std::filesystem::path directoryBefore_ = std::filesystem::current_path();
+    const TemporaryFolder folder_;
 };
 
 std::string absoluteString(const char* path) {
@@ -43,9 +58,9 @@ TEST_F(NSURLTest, TheRootKeepsItsSlash) {
 }
 
 TEST_F(NSURLTest, AnExistingDirectoryGetsASlash) {
-    const NSURL url = NSURL::fileURLWithPath("/tmp"_ns);
-    EXPECT_EQ(text(url.absoluteString()), "file:///tmp/");
-    EXPECT_EQ(text(url.path()), "/tmp");
+    const NSURL url = NSURL::fileURLWithPath(NSString(here()));
+    EXPECT_EQ(text(url.absoluteString()), "file://" + here() + "/");
+    EXPECT_EQ(text(url.path()), here());
 }
 
 TEST_F(NSURLTest, TheCallerMaySayWhetherThereIsADirectory) {
@@ -55,13 +70,14 @@ TEST_F(NSURLTest, TheCallerMaySayWhetherThereIsADirectory) {
 }
 
 TEST_F(NSURLTest, TheCallersWordCountsMoreThanTheFileSystem) {
-    EXPECT_EQ(text(NSURL::fileURLWithPath_isDirectory("/tmp"_ns, false).absoluteString()), "file:///tmp");
+    EXPECT_EQ(text(NSURL::fileURLWithPath_isDirectory(NSString(here()), false).absoluteString()),
+              "file://" + here());
 }
 
 TEST_F(NSURLTest, ARelativePathIsTakenAgainstTheCurrentDirectory) {
     const NSURL url = NSURL::fileURLWithPath("a/b"_ns);
-    EXPECT_EQ(text(url.absoluteString()), "file:///tmp/a/b");
-    EXPECT_EQ(text(url.path()), "/tmp/a/b");
+    EXPECT_EQ(text(url.absoluteString()), "file://" + here() + "/a/b");
+    EXPECT_EQ(text(url.path()), here() + "/a/b");
     EXPECT_TRUE(url.isFileURL());
     EXPECT_EQ(text(url.scheme()), "file");
 }
@@ -70,21 +86,21 @@ TEST_F(NSURLTest, ARelativePathIsKeptWithTheCurrentDirectoryAsItsBase) {
     const NSURL url = NSURL::fileURLWithPath("a/b"_ns);
     EXPECT_EQ(text(url.relativeString()), "a/b");
     EXPECT_EQ(text(url.relativePath()), "a/b");
-    EXPECT_EQ(text(url.baseURL().absoluteString()), "file:///tmp/");
-    EXPECT_EQ(text(url.description()), "a/b -- file:///tmp/");
+    EXPECT_EQ(text(url.baseURL().absoluteString()), "file://" + here() + "/");
+    EXPECT_EQ(text(url.description()), "a/b -- file://" + here() + "/");
     EXPECT_EQ(url.absoluteURL().baseURL(), nil);
-    EXPECT_EQ(text(url.absoluteURL().relativeString()), "file:///tmp/a/b");
+    EXPECT_EQ(text(url.absoluteURL().relativeString()), "file://" + here() + "/a/b");
     EXPECT_FALSE(url.isEqual(url.absoluteURL()));
     EXPECT_FALSE(url.absoluteURL().isEqual(url));
 }
 
 TEST_F(NSURLTest, DotSegmentsOfARelativePathAreResolved) {
-    EXPECT_EQ(absoluteString("./a"), "file:///tmp/a");
-    EXPECT_EQ(absoluteString("../x"), "file:///x");
-    EXPECT_EQ(absoluteString("../../../x/y"), "file:///x/y");
-    EXPECT_EQ(absoluteString("a/./b/../c"), "file:///tmp/a/c");
-    EXPECT_EQ(absoluteString(".."), "file:///");
-    EXPECT_EQ(text(NSURL::fileURLWithPath("../x"_ns).path()), "/x");
+    EXPECT_EQ(absoluteString("./a"), "file://" + here() + "/a");
+    EXPECT_EQ(absoluteString("../x"), "file://" + above() + "/x");
+    EXPECT_EQ(absoluteString((beyondTheRoot() + "x/y").c_str()), "file:///x/y");
+    EXPECT_EQ(absoluteString("a/./b/../c"), "file://" + here() + "/a/c");
+    EXPECT_EQ(absoluteString(".."), "file://" + above() + "/");
+    EXPECT_EQ(text(NSURL::fileURLWithPath("../x"_ns).path()), above() + "/x");
 }
 
 TEST_F(NSURLTest, DotSegmentsOfAnAbsolutePathStay) {
@@ -93,8 +109,8 @@ TEST_F(NSURLTest, DotSegmentsOfAnAbsolutePathStay) {
 }
 
 TEST_F(NSURLTest, ATildeIsNotExpanded) {
-    EXPECT_EQ(absoluteString("~/x"), "file:///tmp/~/x");
-    EXPECT_EQ(text(NSURL::fileURLWithPath("~/x"_ns).path()), "/tmp/~/x");
+    EXPECT_EQ(absoluteString("~/x"), "file://" + here() + "/~/x");
+    EXPECT_EQ(text(NSURL::fileURLWithPath("~/x"_ns).path()), here() + "/~/x");
 }
 
 TEST_F(NSURLTest, WhatHasAMeaningInURLsIsEscaped) {
@@ -118,8 +134,8 @@ TEST_F(NSURLTest, EveryPathComesBack) {
 
 TEST_F(NSURLTest, AColonInARelativePathEndsNoScheme) {
     const NSURL url = NSURL::fileURLWithPath("a:b/c"_ns);
-    EXPECT_EQ(text(url.absoluteString()), "file:///tmp/a:b/c");
-    EXPECT_EQ(text(url.path()), "/tmp/a:b/c");
+    EXPECT_EQ(text(url.absoluteString()), "file://" + here() + "/a:b/c");
+    EXPECT_EQ(text(url.path()), here() + "/a:b/c");
 }
 
 TEST_F(NSURLTest, AnEmptyPathGivesNil) { EXPECT_EQ(NSURL::fileURLWithPath(""_ns), nil); }

@@ -1,5 +1,6 @@
 #include "platform/embedded/foundation/DictionaryStorage.h"
 #include "platform/embedded/foundation/StringStorage.h"
+#include "platform/services/HashSeed.h"
 
 #include "TessarinPlatform/Exceptions.h"
 
@@ -16,11 +17,9 @@ std::size_t DictionaryStorage::nextEntry(std::size_t index) const {
     return index < entries_.size() ? index : notFound;
 }
 
-// The number of slots is a power of two. Hashes are spread by multiplication, since those of integers and of
-// containers differ in their lowest bits only.
+// The number of slots is a power of two.
 std::size_t DictionaryStorage::slotOf(NSUInteger hash) const {
-    const std::uint64_t spread = std::uint64_t{hash} * 0x9E3779B97F4A7C15u;
-    return static_cast<std::size_t>(spread >> (64 - std::countr_zero(slots_.size())));
+    return static_cast<std::size_t>(spreadHash(hash) >> (64 - std::countr_zero(slots_.size())));
 }
 
 DictionaryStorage::Candidates::Candidates(const DictionaryStorage& storage, NSUInteger hash)

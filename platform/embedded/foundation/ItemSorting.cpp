@@ -1,54 +1,20 @@
 #include "platform/embedded/foundation/ItemSorting.h"
 
+#include "platform/embedded/foundation/PlainStringOrder.h"
 #include "platform/embedded/foundation/StableSort.h"
-#include "platform/embedded/foundation/StringStorage.h"
-
-#include <algorithm>
-#include <cstring>
 
 namespace tessarin::embedded {
 namespace {
 
-struct Key {
-    std::uint64_t beginning; // the first bytes as a number, which decides most comparisons
-    StringView text;
-    NSObject item;
-
-    // ASCII text has no equivalent but itself, so that its units decide.
-    bool operator<(const Key& other) const {
-        if (beginning != other.beginning) return beginning < other.beginning;
-        return compareUnits(text, other.text) == NSOrderedAscending;
-    }
-};
-
-std::uint64_t beginningOf(StringView text) {
-    std::uint64_t beginning = 0;
-    for (std::size_t index = 0; index < sizeof beginning; ++index)
-        beginning = beginning << 8 | (index < text.length() ? text.narrow()[index] : 0U);
-    return beginning;
-}
-
-bool isAscii(StringView text) {
-    return !text.isWide() && std::all_of(text.narrow(), text.narrow() + text.length(), [](std::uint8_t unit) {
-        return unit < 0x80;
-    });
-}
-
-// Sorts items that are all plain ASCII strings, which the platform itself compares, without a message;
-// answers false otherwise and changes nothing.
+// Sorts items that are all plain strings without a message; answers false otherwise and changes nothing.
 bool sortPlainStrings(std::vector<NSObject>& items) {
-    const SEL comparison = "compare:"_sel;
-    const Implementation platforms = runtime::lookUpInClass("NSString"_class.object(), comparison);
-    std::vector<Key> keys;
-    keys.reserve(items.size());
-    for (const NSObject item : items) {
-        if (!kindOf<NSString>(item) || runtime::lookUp(item.object(), comparison) != platforms) return false;
-        const StringStorage* const storage = directStorage(as<NSString>(item));
-        if (!storage || !isAscii(storage->view())) return false;
-        keys.push_back({beginningOf(storage->view()), storage->view(), item});
-    }
-    std::stable_sort(keys.begin(), keys.end());
-    std::transform(keys.begin(), keys.end(), items.begin(), [](const Key& key) { return key.item; });
+    PlainStringOrder strings(items.size());
+    for (const NSObject item : items)
+        if (!strings.add(item)) return false;
+    std::vector<NSObject> sorted;
+    sorted.reserve(items.size());
+    for (const std::size_t position : strings.ascending()) sorted.push_back(items[position]);
+    items.swap(sorted);
     return true;
 }
 

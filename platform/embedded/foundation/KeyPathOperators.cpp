@@ -1,7 +1,9 @@
 #include "platform/embedded/foundation/KeyPathOperators.h"
 
 #include "platform/embedded/foundation/ArrayStorage.h"
+#include "platform/embedded/foundation/StringStorage.h"
 
+#include "TessarinPlatform/NSException.h"
 #include "TessarinPlatform/NSNumber.h"
 
 namespace tessarin::embedded {
@@ -14,6 +16,19 @@ std::vector<Retained<NSObject>> valuesOfItems(NSArray array, NSString path) {
     for (const NSObject item : ArrayItems(items))
         values.push_back(retain(static_cast<NSObject>(item.valueForKeyPath(path))));
     return values;
+}
+
+// Each operator of a path calls for the next.
+constexpr std::size_t mostOperators = 64;
+
+void checkOperatorCount(NSArray array, NSString path) {
+    const Contents units = contentsOf(path);
+    std::size_t count = 0;
+    for (std::size_t place = findUnit(units, u'@'); place < units.length();
+         place = findUnit(units, u'@', place + 1))
+        if (++count > mostOperators)
+            raiseFrom(NSInvalidArgumentException(), array, "valueForKeyPath:"_sel,
+                      "the path has too many operators");
 }
 
 double sumOf(const std::vector<Retained<NSObject>>& values) {
@@ -34,6 +49,7 @@ NSObject extremeOf(const std::vector<Retained<NSObject>>& values, NSComparisonRe
 } // namespace
 
 std::optional<id> valueOfOperator(NSArray array, NSString path) {
+    checkOperatorCount(array, path);
     for (const NSString name : {"@sum."_ns, "@avg."_ns, "@min."_ns, "@max."_ns}) {
         if (!path.hasPrefix(name)) continue;
         const auto values = valuesOfItems(array, path.substringFromIndex(name.length()));

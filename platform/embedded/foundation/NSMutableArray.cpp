@@ -1,9 +1,10 @@
 #include "platform/embedded/foundation/ArrayStorage.h"
 #include "platform/embedded/foundation/ItemSorting.h"
-#include "platform/embedded/foundation/ValueSet.h"
 
 #include "TessarinPlatform/ArrayEditing.h"
+#include "TessarinPlatform/EqualityIndex.h"
 #include "TessarinPlatform/NSException.h"
+#include "TessarinPlatform/ValueComparison.h"
 
 #include <algorithm>
 #include <string>
@@ -240,8 +241,9 @@ void removeObjectsInArray(NSMutableArray self, SEL, NSArray other) {
     // Values are found by their hashes, with the same outcome as by comparing each with each.
     if (!areFew(items, removedItems) && std::all_of(removedItems.begin(), removedItems.end(), comparesAsValue)
         && std::all_of(items.begin(), items.end(), comparesAsValue)) {
-        ValueSet values;
-        for (const NSObject value : removedItems) values.insert(value);
+        EqualityIndex values({removed});
+        values.reserve(removedItems.size());
+        for (const NSObject value : removedItems) values.append(value);
         return removeItems(self, [&](NSObject item) { return values.contains(item); });
     }
     for (const NSObject object : removedItems) self.removeObject(object);

@@ -1,4 +1,5 @@
 #include "TessarinPlatform/NSNumberFormatter.h"
+#include "TessarinPlatform/NumberFormatting.h"
 
 #include "platform/embedded/foundation/DecimalText.h"
 #include "platform/embedded/foundation/StringStorage.h"
@@ -53,22 +54,41 @@ int digitCount(NSUInteger digits, int byDefault) {
     return count < 0 ? byDefault : count;
 }
 
-template <class Unit>
-NSString assembled(const DecimalText& text, StringView separator) {
-    const std::size_t sign = text.isNegative() ? 1 : 0;
-    const std::size_t length = sign + text.integer().size() + separator.length() + text.fraction().size();
-    return newString<Unit>(length,
-                           [&](Unit* units) {
-                               const auto put = [&](std::string_view digits) {
-                                   units = std::copy(digits.begin(), digits.end(), units);
-                               };
-                               if (text.isNegative()) *units++ = '-';
-                               put(text.integer());
-                               for (std::size_t index = 0; index < separator.length(); ++index)
-                                   *units++ = static_cast<Unit>(separator[index]);
-                               put(text.fraction());
-                           })
-        .autorelease();
+// What is shown of a number, and what goes around its digits.
+struct NumberText {
+    const DecimalText& digits;
+    StringView separator;
+    std::string_view suffix;
+
+    std::size_t length() const {
+        return (digits.isNegative() ? 1 : 0) + digits.integer().size() + separator.length()
+               + digits.fraction().size() + suffix.size();
+    }
+    template <class Unit>
+    void write(Unit* units) const {
+        const auto put = [&](std::string_view text) { units = std::copy(text.begin(), text.end(), units); };
+        if (digits.isNegative()) put("-");
+        put(digits.integer());
+        for (std::size_t index = 0; index < separator.length(); ++index)
+            *units++ = static_cast<Unit>(separator[index]);
+        put(digits.fraction());
+        put(suffix);
+    }
+    template <class Unit>
+    NSString string() const {
+        return newString<Unit>(length(), [&](Unit* units) { write(units); }).autorelease();
+    }
+};
+
+// A finite number; the separator is asked for where there are digits behind it.
+template <class Separator>
+NSString numberText(const NumberValue& value, FractionDigits limits, std::string_view suffix,
+                    Separator&& separator) {
+    const DecimalText digits(value, limits);
+    if (digits.fraction().empty()) return NumberText{digits, StringView(), suffix}.string<std::uint8_t>();
+    const Contents units = contentsOf(separator());
+    const NumberText text{digits, units, suffix};
+    return units.isWide() ? text.string<char16_t>() : text.string<std::uint8_t>();
 }
 
 NSString stringFromNumber(NSNumberFormatter self, SEL, NSNumber number) {
@@ -79,12 +99,19 @@ NSString stringFromNumber(NSNumberFormatter self, SEL, NSNumber number) {
         if (std::isinf(value.real)) return value.real < 0 ? u"-\u221E"_ns : u"+\u221E"_ns;
     }
     const NumberFormatterStorage& storage = storageOf(self);
-    const DecimalText text(value, {.minimum = digitCount(storage.minimumFractionDigits, 0),
-                                   .maximum = digitCount(storage.maximumFractionDigits, 6)});
-    if (text.fraction().empty()) return assembled<std::uint8_t>(text, StringView());
-    const Contents separator = contentsOf(self.decimalSeparator());
-    return separator.isWide() ? assembled<char16_t>(text, separator)
-                              : assembled<std::uint8_t>(text, separator);
+    const FractionDigits limits{.minimum = digitCount(storage.minimumFractionDigits, 0),
+                                .maximum = digitCount(storage.maximumFractionDigits, 6)};
+    return numberText(value, limits, {}, [&] { return self.decimalSeparator(); });
+}
+
+// Whether what a new formatter writes is what this file says.
+bool formattersAreAsMade() {
+    const auto isAsMade = [](SEL selector, auto* method) {
+        return runtime::lookUpInClass("NSNumberFormatter"_class.object(), selector)
+               == reinterpret_cast<Implementation>(method);
+    };
+    return isAsMade("stringFromNumber:"_sel, stringFromNumber)
+           && isAsMade("decimalSeparator"_sel, decimalSeparator);
 }
 
 } // namespace
@@ -107,3 +134,15 @@ ClassDescription describeNSNumberFormatter() {
 }
 
 } // namespace tessarin::embedded
+
+namespace tessarin {
+
+using namespace embedded;
+
+NSString formattedNumber(double number, NSUInteger maximumFractionDigits, std::string_view suffix) {
+    if (!std::isfinite(number) || !formattersAreAsMade()) return nil;
+    const FractionDigits limits{.maximum = digitCount(maximumFractionDigits, 6)};
+    return numberText(NumberValue::ofDouble(number), limits, suffix, userDecimalSeparator);
+}
+
+} // namespace tessarin

@@ -1,7 +1,7 @@
 #include "platform/embedded/foundation/NSObject+KeyValueCoding.h"
 
-#include "platform/embedded/foundation/ArrayStorage.h"
 #include "platform/embedded/foundation/KeyPathOperators.h"
+#include "platform/embedded/foundation/NestedItems.h"
 #include "platform/embedded/foundation/StringFormat.h"
 #include "platform/embedded/runtime/Classes.h"
 #include "platform/embedded/runtime/Selectors.h"
@@ -290,20 +290,40 @@ NSString ownKey(NSString key) { return key.hasPrefix("@"_ns) ? key.substringFrom
 
 id valueForKeyOfItems(NSArray self, SEL selector, NSString key) {
     if (const NSString own = ownKey(key)) return valueForKey(self, selector, own);
-    // The items' own code might change the array.
-    const Retained<NSArray> items = adopt(as<NSArray>(self.copy()));
-    // Retained one by one, since a later item may let go of what an earlier one answered.
-    const Retained<NSMutableArray> values = adopt(NSMutableArray::alloc().initWithCapacity(items.count()));
-    for (const NSObject item : ArrayItems(items)) {
-        const NSObject value = item.valueForKey(key);
-        values.addObject(value ? value : NSNull::null());
+    NestedItems items(self, selector);
+    // Of each open array. They retain one by one, since a later item may let go of what an earlier one
+    // answered.
+    std::vector<Retained<NSMutableArray>> values;
+    for (;;) {
+        if (values.size() < items.depth()) values.push_back(adopt(NSMutableArray::alloc().init()));
+        if (const NSObject item = items.next()) {
+            if (answersWith(item, selector, valueForKeyOfItems)) {
+                items.enter(as<NSArray>(item));
+                continue;
+            }
+            const NSObject value = item.valueForKey(key);
+            values.back().addObject(value ? value : NSNull::null());
+            continue;
+        }
+        items.leave();
+        Retained<NSArray> ended = adopt(as<NSArray>(values.back().copy()));
+        values.pop_back();
+        if (values.empty()) return ended.autorelease();
+        values.back().addObject(ended);
     }
-    return adopt(as<NSArray>(values.copy())).autorelease();
 }
 
-void setValueForKeyOfItems(NSArray self, SEL, NSObject value, NSString key) {
-    const Retained<NSArray> items = adopt(as<NSArray>(self.copy()));
-    for (const NSObject item : ArrayItems(items)) item.setValue_forKey(value, key);
+void setValueForKeyOfItems(NSArray self, SEL selector, NSObject value, NSString key) {
+    NestedItems items(self, selector);
+    while (items.depth() > 0) {
+        const NSObject item = items.next();
+        if (!item)
+            items.leave();
+        else if (answersWith(item, selector, setValueForKeyOfItems))
+            items.enter(as<NSArray>(item));
+        else
+            item.setValue_forKey(value, key);
+    }
 }
 
 id valueForKeyOfDictionary(NSDictionary self, SEL selector, NSString key) {

@@ -22,7 +22,8 @@ std::vector<MethodRow> keyValueCodingMethods();
 // What containers do instead. A key that begins with "@" is the container's own: @count is its count. The
 // operators that go on with a path are in KeyPathOperators.h.
 //
-// An array answers the values of its items, NSNull for nil, and passes on what it is given.
+// An array answers the values of its items, NSNull for nil, and passes on what it is given; so do the arrays
+// in it, to any depth. One that contains itself raises NSInvalidArgumentException.
 id valueForKeyOfItems(NSArray self, SEL, NSString key);
 void setValueForKeyOfItems(NSArray self, SEL, NSObject value, NSString key);
 // A dictionary answers the object of the key; nil, as a value, removes it.

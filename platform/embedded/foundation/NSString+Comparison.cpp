@@ -176,6 +176,8 @@ NSComparisonResult caseInsensitiveCompare(NSString self, SEL selector, NSString 
 
 } // namespace
 
+bool comparesCanonically(NSString string) { return answersWith(string, "compare:"_sel, compare); }
+
 NSComparisonResult compareCanonically(StringView left, StringView right, bool foldsCase) {
     return left.visit([&](auto leftUnits) {
         return right.visit(

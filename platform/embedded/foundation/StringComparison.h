@@ -5,6 +5,8 @@
 
 namespace tessarin::embedded {
 
+// Whether a string answers compare: with what the platform's own does.
+bool comparesCanonically(NSString string);
 // Canonically equivalent texts are the same; case folding comes on top of that. By character value.
 NSComparisonResult compareCanonically(StringView left, StringView right, bool foldsCase);
 

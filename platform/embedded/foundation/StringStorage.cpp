@@ -13,17 +13,6 @@ namespace {
 // Room made ahead on the word of a caller.
 constexpr std::size_t largestReservation = std::size_t{1} << 20;
 
-bool fitsNarrow(std::span<const char16_t> units) {
-    std::size_t index = 0;
-    for (; index + 32 <= units.size(); index += 32) {
-        unsigned all = 0;
-        for (std::size_t offset = 0; offset < 32; ++offset) all |= units[index + offset];
-        if (all > 0xFF) return false;
-    }
-    unsigned all = 0;
-    for (; index < units.size(); ++index) all |= units[index];
-    return all <= 0xFF;
-}
 bool needsWide(StringView contents) {
     return contents.isWide() && !fitsNarrow({contents.wide(), contents.length()});
 }
@@ -47,40 +36,19 @@ void copyUnits(StringView contents, void* units, bool isWide, std::size_t index)
     });
 }
 
-template <class Unit>
-std::uint64_t packed(const Unit* units) {
-    return std::uint64_t{units[0]} | std::uint64_t{units[1]} << 16 | std::uint64_t{units[2]} << 32
-           | std::uint64_t{units[3]} << 48;
-}
-
-std::uint64_t mixed(std::uint64_t hash, std::uint64_t word) {
-    hash = (hash ^ word) * 0x9E3779B97F4A7C15;
-    return hash ^ hash >> 29;
-}
-
-template <class Unit>
-std::uint64_t hashUnits(std::span<const Unit> units) {
-    // Two chains, so that the processor works on one while it waits for the other.
-    std::uint64_t first = units.size();
-    std::uint64_t second = 0x632BE59BD9B4E019;
-    const Unit* next = units.data();
-    std::size_t left = units.size();
-    for (; left >= 8; left -= 8, next += 8) {
-        first = mixed(first, packed(next));
-        second = mixed(second, packed(next + 4));
-    }
-    if (left >= 4) {
-        second = mixed(second, packed(next));
-        left -= 4;
-        next += 4;
-    }
-    std::uint64_t rest = 0;
-    for (std::size_t index = 0; index < left; ++index) rest = rest << 16 | next[index];
-    return mixed(mixed(first, rest), second);
-}
-
 } // namespace
 
+bool fitsNarrow(std::span<const char16_t> units) {
+    std::size_t index = 0;
+    for (; index + 32 <= units.size(); index += 32) {
+        unsigned all = 0;
+        for (std::size_t offset = 0; offset < 32; ++offset) all |= units[index + offset];
+        if (all > 0xFF) return false;
+    }
+    unsigned all = 0;
+    for (; index < units.size(); ++index) all |= units[index];
+    return all <= 0xFF;
+}
 void StringView::copyTo(char16_t* units) const { copyUnits(*this, units, true, 0); }
 
 bool equalUnits(StringView left, StringView right) {
@@ -113,11 +81,6 @@ NSComparisonResult compareUnits(StringView left, StringView right) {
     }
     if (order == 0 && left.length() != right.length()) order = left.length() < right.length() ? -1 : 1;
     return order < 0 ? NSOrderedAscending : order > 0 ? NSOrderedDescending : NSOrderedSame;
-}
-
-std::size_t hashOf(StringView units) {
-    const auto hash = static_cast<std::size_t>(units.visit([](auto span) { return hashUnits(span); }));
-    return hash == 0 ? 1 : hash;
 }
 
 std::size_t StringStorage::hash() const {

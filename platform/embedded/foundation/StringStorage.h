@@ -70,6 +70,9 @@ private:
     std::size_t lengthAndWidth_ = 0;
 };
 
+// Whether all units are Latin-1's.
+bool fitsNarrow(std::span<const char16_t> units);
+
 bool equalUnits(StringView left, StringView right);
 // By unit value; the shorter of two that agree comes first.
 NSComparisonResult compareUnits(StringView left, StringView right);
@@ -86,7 +89,7 @@ std::size_t findUnits(StringView text, StringView searched, std::size_t start = 
 // Every occurrence of a text that is not empty, from the start, without overlap.
 std::vector<std::size_t> findAll(StringView text, StringView searched);
 
-// The same for equal units, whatever width they are kept in.
+// The same for equal units, whatever width they are kept in, and another in each process.
 std::size_t hashOf(StringView units);
 
 // What a string object keeps; also a string under construction.

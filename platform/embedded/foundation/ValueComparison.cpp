@@ -1,9 +1,15 @@
 #include "TessarinPlatform/ValueComparison.h"
+#include "TessarinPlatform/ValueHash.h"
+
+#include "platform/embedded/foundation/StringStorage.h"
 
 #include <algorithm>
 #include <array>
 
 namespace tessarin {
+
+using namespace embedded;
+
 namespace {
 
 struct Comparison {
@@ -17,15 +23,31 @@ Comparison comparisonOf(NSObject classObject) {
             runtime::lookUpInClass(classObject.object(), "hash"_sel)};
 }
 
+bool isPlainString(NSObject object) { return object.object()->isa == "NSString"_class.object(); }
+
 } // namespace
 
 bool comparesAsValue(NSObject object) {
     static const std::array<Comparison, 5> known = {
-        comparisonOf("NSObject"_class), comparisonOf("NSString"_class), comparisonOf("NSNumber"_class),
+        comparisonOf("NSString"_class), comparisonOf("NSNumber"_class), comparisonOf("NSObject"_class),
         comparisonOf("NSDate"_class), comparisonOf("NSData"_class)};
     const Comparison own{runtime::lookUp(object.object(), "isEqual:"_sel),
                          runtime::lookUp(object.object(), "hash"_sel)};
     return std::find(known.begin(), known.end(), own) != known.end();
+}
+
+// Most values are strings, which are asked without a message.
+
+NSUInteger hashOfValue(NSObject object) {
+    if (isPlainString(object)) return storageOf<StringStorage>(object).hash();
+    return comparesAsValue(object) ? std::max<NSUInteger>(object.hash(), 1) : 0;
+}
+
+bool areEqualValues(NSObject left, NSObject right) {
+    if (left == right) return true;
+    if (isPlainString(left) && isPlainString(right))
+        return equalUnits(storageOf<StringStorage>(left).view(), storageOf<StringStorage>(right).view());
+    return left.isEqual(right);
 }
 
 bool searchesByEquality(NSArray array) {

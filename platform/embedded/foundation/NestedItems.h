@@ -1,0 +1,41 @@
+// The items of an array and of the arrays in it, walked without recursion.
+#pragma once
+
+#include "platform/embedded/foundation/ArrayStorage.h"
+
+#include <unordered_set>
+#include <vector>
+
+namespace tessarin::embedded {
+
+// The walker decides which items it enters. The arrays are copied, since what is done with the items might
+// change them.
+class NestedItems {
+public:
+    // For the operation of an array that walks.
+    NestedItems(NSArray outermost, SEL selector) : outermost_(outermost), selector_(selector) {
+        enter(outermost);
+    }
+
+    // How many arrays are open, the outermost included.
+    std::size_t depth() const { return levels_.size(); }
+    // The next item of the innermost, nil at its end.
+    NSObject next();
+    // Raises NSInvalidArgumentException for an array that is open already: it would never come to an end.
+    void enter(NSArray array);
+    void leave();
+
+private:
+    struct Level {
+        NSArray array;
+        Retained<NSArray> items;
+        NSUInteger next = 0;
+    };
+
+    const NSArray outermost_;
+    const SEL selector_;
+    std::vector<Level> levels_;
+    std::unordered_set<Object*> open_;
+};
+
+} // namespace tessarin::embedded
