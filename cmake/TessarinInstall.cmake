@@ -27,7 +27,7 @@ else()
 endif()
 
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/TessarinFoundation ${PROJECT_SOURCE_DIR}/include/TessarinPlatform
-        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development FILES_MATCHING PATTERN "*.h")
+        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT common FILES_MATCHING PATTERN "*.h")
 
 configure_package_config_file(
     ${PROJECT_SOURCE_DIR}/cmake/TessarinFoundationConfig.cmake.in
@@ -41,7 +41,9 @@ install(FILES ${PROJECT_BINARY_DIR}/package/TessarinFoundationConfig.cmake
               ${PROJECT_SOURCE_DIR}/cmake/TessarinFramework-Info.plist.in
               ${PROJECT_SOURCE_DIR}/cmake/TessarinObjectiveC.cmake
               ${PROJECT_SOURCE_DIR}/cmake/FindGNUstep.cmake
-        DESTINATION ${tessarin_package_directory} COMPONENT development)
+        DESTINATION ${tessarin_package_directory} COMPONENT common)
+install(FILES ${PROJECT_SOURCE_DIR}/LICENSE ${PROJECT_SOURCE_DIR}/CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR}
+        COMPONENT common)
 
 # For pkg-config, whose file finds the prefix from its own place.
 set(pc_directory ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -128,7 +128,21 @@ if [[ $platform == native ]]; then
         prints_expected "pkg-config, Objective-C, shared" env LD_LIBRARY_PATH="$libdir" "$work/objective_c_shared"
 fi
 
-# ---- a bundle --------------------------------------------------------------------------------------------------------
+# ---- add_subdirectory ------------------------------------------------------------------------------------------------
+
+section "add_subdirectory"
+export REUSED_OBJECTS=$build/CMakeFiles/tessarin_objects.dir
+for static in OFF ON; do
+    quietly "add_subdirectory, configuring" cmake -S "$here/add_subdirectory" -B "$work/holder-$static" -G Ninja \
+        -DCMAKE_CXX_COMPILER="${compilers[0]}" -DCMAKE_BUILD_TYPE=Debug -DLIBRARY_DIRECTORY="$source" \
+        -DTESSARIN_PLATFORM="$platform" -DSTATIC=$static \
+        -DCMAKE_CXX_COMPILER_LAUNCHER="$here/add_subdirectory/reuse_objects.sh" \
+        -DCMAKE_OBJC_COMPILER_LAUNCHER="$here/add_subdirectory/reuse_objects.sh" &&
+        quietly "add_subdirectory, building" cmake --build "$work/holder-$static" --target consumer
+done
+prints_expected "add_subdirectory, static" "$work/holder-ON/consumer"
+
+# ---- bundles ---------------------------------------------------------------------------------------------------------
 
 # loads_its_own WHAT BUNDLE: moved elsewhere, the application has the library from the framework beside it.
 loads_its_own() {
@@ -157,13 +171,45 @@ loads_its_own() {
         complain "$what: no headers"
 }
 
-section "A bundle"
+section "Bundles"
 loads_its_own "bundle, build tree" "$build/tests/install/bundled_player.app"
+loads_its_own "bundle, add_subdirectory" "$work/holder-OFF/consumer.app"
 loads_its_own "bundle, installed package" "$work/consumers-$(basename "$compiler")/player.app"
 framework=$work/elsewhere/Player.app/Contents/Frameworks/TessarinFoundation.framework
 [[ $platform == embedded ]] || definitions+=(-DTESSARIN_NATIVE)
 quietly "the framework's headers" "$compiler" -std=c++20 -fsyntax-only "${definitions[@]}" -I"$framework/Headers" \
     "$here/consumer.cpp"
+
+# ---- Debian packages -------------------------------------------------------------------------------------------------
+
+section "Debian packages"
+quietly "cpack" cpack --config "$build/CPackConfig.cmake" -G DEB -B "$work/packages" || exit 1
+[[ $platform == embedded ]] && stem=libtessarinfoundation || stem=libtessarinfoundation-native
+field() { # PACKAGE FIELD
+    dpkg-deb --field "$work/packages/$1"_*.deb "$2"
+}
+version=$(pkg-config --modversion "$libdir/pkgconfig/$package.pc")-1
+for name in $stem-a $stem-dev libtessarinfoundation-common-dev; do
+    [[ $(field $name Package) == "$name" && $(field $name Version) == "$version" ]] || complain "$name: not so named"
+    dpkg-deb --extract "$work/packages/$name"_*.deb "$work/root" || complain "$name: not extracted"
+done
+[[ $(find "$work/packages" -maxdepth 1 -name '*.deb' | wc -l) -eq 3 ]] || complain "not three packages"
+depends=$(field $stem-a Depends)
+needed=(libc6 libstdc++6)
+[[ $platform == embedded ]] || needed+=(libgnustep-base1 libobjc4)
+for name in "${needed[@]}"; do
+    [[ $depends == *"$name"* ]] || complain "$stem-a does not depend on $name: $depends"
+done
+[[ $platform == native || $depends != *gnustep* ]] || complain "$stem-a depends on $depends"
+[[ $(field $stem-dev Depends) == "$stem-a (= $version), libtessarinfoundation-common-dev (= $version)"* ]] ||
+    complain "$stem-dev depends on $(field $stem-dev Depends)"
+[[ $(dpkg-deb --contents "$work/packages/$stem-a"_*.deb | grep -c '^-') -eq 1 ]] || complain "$stem-a: not one file"
+# Together they are what `cmake --install` puts into a prefix.
+diff <(cd "$prefix" && find . ! -type d | sort) <(cd "$work/root/usr" && find . ! -type d | sort) ||
+    complain "the packages hold something else than what is installed"
+library=$(find "$work/root" -name "lib$package.so.A")
+[[ -z $(readelf --sections "$library" | grep -F .debug_info) ]] || complain "$stem-a holds debug information"
+prints_expected "$stem-a" env LD_LIBRARY_PATH="$(dirname "$library")" "$work/pkg_config_shared"
 
 section "Done"
 if [[ $failures -ne 0 ]]; then
