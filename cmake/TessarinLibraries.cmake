@@ -8,6 +8,11 @@
 
 # The version of the framework, which is that of the binary interface.
 set(TESSARIN_FRAMEWORK_VERSION A)
+# The native library has a name of its own, so that it may stand beside the embedded one.
+set(TESSARIN_LIBRARY_NAME TessarinFoundation)
+if(TESSARIN_PLATFORM STREQUAL native)
+    set(TESSARIN_LIBRARY_NAME TessarinFoundation-native)
+endif()
 
 function(tessarin_add_libraries)
     if(WIN32 AND TESSARIN_BUILD_SHARED AND TESSARIN_BUILD_STATIC)
@@ -80,9 +85,13 @@ function(tessarin_add_static_library target)
     add_library(${target} STATIC ${objects})
     target_compile_definitions(${target} INTERFACE TESSARIN_STATIC)
     tessarin_set_interface(${target} static)
+    # A plug-in that holds the library keeps it to itself, so that the host's copy does not come in between.
+    if(UNIX AND NOT APPLE)
+        target_link_options(${target} INTERFACE LINKER:--exclude-libs,lib${TESSARIN_LIBRARY_NAME}.a)
+    endif()
 endfunction()
 
-# What the kinds have in common. The native library has a name of its own, so that it may stand beside the embedded one.
+# What the kinds have in common.
 function(tessarin_set_interface target kind)
     add_library(TessarinFoundation::${TESSARIN_PLATFORM}_${kind} ALIAS ${target})
     target_compile_features(${target} INTERFACE cxx_std_20)
@@ -91,12 +100,11 @@ function(tessarin_set_interface target kind)
     set_target_properties(
         ${target}
         PROPERTIES LINKER_LANGUAGE CXX
-                   OUTPUT_NAME TessarinFoundation
+                   OUTPUT_NAME ${TESSARIN_LIBRARY_NAME}
                    EXPORT_NAME ${TESSARIN_PLATFORM}_${kind}
                    TESSARIN_INCLUDE_DIRECTORY ${PROJECT_SOURCE_DIR}/include
                    TESSARIN_VERSION ${PROJECT_VERSION})
     if(TESSARIN_PLATFORM STREQUAL native)
-        set_target_properties(${target} PROPERTIES OUTPUT_NAME TessarinFoundation-native)
         target_compile_definitions(${target} INTERFACE TESSARIN_NATIVE)
         target_link_libraries(${target} PUBLIC GNUstep::Base)
     endif()

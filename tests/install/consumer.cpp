@@ -64,4 +64,5 @@ int main(int argumentCount, char**) {
     std::cout << runtime::className(runtime::lookUpClass("TSSRTransformedValue")) << std::endl;
 
     if (argumentCount > 1) printLoadedLibrary();
+    return 0;
 }
