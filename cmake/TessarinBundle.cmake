@@ -7,10 +7,10 @@
 # makes, wherever it is built,
 #
 #   player.app/Contents/MacOS/player
-#   player.app/Contents/Frameworks/TessarinFoundation.framework/Versions/A/TessarinFoundation
-#                                                                         Headers/  Resources/Info.plist
-#                                                              Versions/Current -> A
-#                                                              TessarinFoundation, Headers, Resources -> Versions/Current/...
+#   player.app/Contents/Frameworks/TessarinFoundation.framework/
+#       Versions/A/TessarinFoundation, Versions/A/Headers/, Versions/A/Resources/Info.plist
+#       Versions/Current -> A
+#       TessarinFoundation, Headers, Resources -> Versions/Current/...
 #
 # The bundle may be moved, and is installed as it stands:
 #
@@ -65,8 +65,8 @@ function(tessarin_embed_framework target)
         COMMAND ${CMAKE_COMMAND} -E make_directory ${contents}/Resources
         COMMAND ${CMAKE_COMMAND} -E copy $<TARGET_FILE:${arg_LIBRARY}> ${contents}/TessarinFoundation
         COMMAND ${CMAKE_COMMAND} -E copy ${information} ${contents}/Resources/Info.plist
-        # The library's own headers as a framework has them; a compiler that knows nothing of frameworks finds everything
-        # with the one option -I.../TessarinFoundation.framework/Headers.
+        # The library's own headers as a framework has them; a compiler that knows nothing of frameworks finds
+        # everything with the one option -I.../TessarinFoundation.framework/Headers.
         COMMAND ${CMAKE_COMMAND} -E copy_directory ${headers}/TessarinFoundation ${contents}/Headers
         COMMAND ${CMAKE_COMMAND} -E copy_directory ${headers}/TessarinPlatform ${contents}/Headers/TessarinPlatform
         COMMAND ${CMAKE_COMMAND} -E create_symlink . ${contents}/Headers/TessarinFoundation
@@ -86,8 +86,9 @@ function(tessarin_embed_framework target)
                     $<TARGET_FILE:${target}>
             VERBATIM)
     else()
-        # The loader looks in the run path for the name that the library bears inside. It stays the same as outside of
-        # bundles, so that a plug-in linked with the library elsewhere shares the application's copy, and is here a link.
+        # The loader looks in the run path for the name that the library bears inside, which is here a link. The name
+        # stays what it is outside of bundles, so that a plug-in linked with the library elsewhere shares the
+        # application's copy.
         add_custom_command(
             TARGET ${target} POST_BUILD
             COMMAND ${CMAKE_COMMAND} -E create_symlink TessarinFoundation

@@ -12,7 +12,8 @@ function(tessarin_install_library target kind)
             INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
             RUNTIME COMPONENT runtime
             LIBRARY COMPONENT runtime NAMELINK_COMPONENT development
-            ARCHIVE COMPONENT development)
+            ARCHIVE COMPONENT development
+            FRAMEWORK DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime)
     install(EXPORT ${name} NAMESPACE TessarinFoundation:: FILE ${name}.cmake COMPONENT development
             DESTINATION ${tessarin_package_directory})
 endfunction()
@@ -45,24 +46,39 @@ install(FILES ${PROJECT_BINARY_DIR}/package/TessarinFoundationConfig.cmake
 install(FILES ${PROJECT_SOURCE_DIR}/LICENSE ${PROJECT_SOURCE_DIR}/CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR}
         COMPONENT common)
 
-# For pkg-config, whose file finds the prefix from its own place.
+# For pkg-config, whose file finds the prefix from its own place, unless a directory outside of the prefix was asked
+# for.
 set(pc_directory ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
-file(RELATIVE_PATH pc_prefix /prefix/${pc_directory} /prefix)
-string(REGEX REPLACE "/$" "" pc_prefix "${pc_prefix}")
+if(IS_ABSOLUTE ${CMAKE_INSTALL_LIBDIR})
+    set(pc_prefix ${CMAKE_INSTALL_PREFIX})
+else()
+    file(RELATIVE_PATH pc_prefix /prefix/${pc_directory} /prefix)
+    string(REGEX REPLACE "/$" "" pc_prefix "\${pcfiledir}/${pc_prefix}")
+endif()
+foreach(directory IN ITEMS LIBDIR INCLUDEDIR)
+    set(pc_${directory} ${CMAKE_INSTALL_${directory}})
+    if(NOT IS_ABSOLUTE ${pc_${directory}})
+        string(PREPEND pc_${directory} "\${prefix}/")
+    endif()
+endforeach()
 set(pc_definitions)
 set(pc_libraries)
 set(pc_private_libraries "-pthread")
-if(NOT APPLE)
+if(UNIX AND NOT APPLE)
     string(PREPEND pc_private_libraries "-Wl,--exclude-libs,lib${TESSARIN_LIBRARY_NAME}.a ")
 endif()
 if(TESSARIN_PLATFORM STREQUAL native)
     set(pc_definitions " -DTESSARIN_NATIVE")
     set(pc_libraries " -lgnustep-base -lobjc")
+    if(APPLE)
+        set(pc_libraries " -framework Foundation -lobjc")
+    endif()
     # For programs that the Objective-C compiler links.
     string(APPEND pc_private_libraries " -lstdc++ -lm")
 endif()
-configure_file(${PROJECT_SOURCE_DIR}/cmake/TessarinFoundation.pc.in ${PROJECT_BINARY_DIR}/package/${TESSARIN_LIBRARY_NAME}.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/package/${TESSARIN_LIBRARY_NAME}.pc DESTINATION ${pc_directory} COMPONENT development)
+set(pc_file ${PROJECT_BINARY_DIR}/package/${TESSARIN_LIBRARY_NAME}.pc)
+configure_file(${PROJECT_SOURCE_DIR}/cmake/TessarinFoundation.pc.in ${pc_file} @ONLY)
+install(FILES ${pc_file} DESTINATION ${pc_directory} COMPONENT development)
 
 if(PROJECT_IS_TOP_LEVEL AND TESSARIN_BUILD_SHARED AND CMAKE_SYSTEM_NAME STREQUAL Linux)
     include(TessarinDebianPackages)

@@ -8,9 +8,9 @@
 
 # The version of the framework, which is that of the binary interface.
 set(TESSARIN_FRAMEWORK_VERSION A)
-# The native library has a name of its own, so that it may stand beside the embedded one.
+# The native library has a name of its own, so that it may stand beside the embedded one. On macOS it is the framework.
 set(TESSARIN_LIBRARY_NAME TessarinFoundation)
-if(TESSARIN_PLATFORM STREQUAL native)
+if(TESSARIN_PLATFORM STREQUAL native AND NOT APPLE)
     set(TESSARIN_LIBRARY_NAME TessarinFoundation-native)
 endif()
 
@@ -31,7 +31,9 @@ function(tessarin_add_libraries)
                           POSITION_INDEPENDENT_CODE ON)
     if(TESSARIN_PLATFORM STREQUAL native)
         target_compile_definitions(tessarin_objects PRIVATE TESSARIN_NATIVE)
-        target_link_libraries(tessarin_objects PRIVATE GNUstep::ObjectiveC)
+        if(NOT APPLE)
+            target_link_libraries(tessarin_objects PRIVATE GNUstep::ObjectiveC)
+        endif()
     endif()
 
     if(TESSARIN_BUILD_SHARED)
@@ -53,8 +55,9 @@ function(tessarin_add_shared_library target)
                           SOVERSION ${TESSARIN_FRAMEWORK_VERSION})
     tessarin_set_interface(${target} shared)
 
-    # What is exported, and under which version of the interface: an embedded and a native library in one process export
-    # the same names, and each must be found by its own. The library's calls of itself stay within it for the same reason.
+    # What is exported, and under which version of the interface: an embedded and a native library in one process
+    # export the same names, and each must be found by its own. The library's calls of itself stay within it for the
+    # same reason.
     if(UNIX AND NOT APPLE)
         set(exports ${PROJECT_SOURCE_DIR}/platform/${TESSARIN_PLATFORM}/exports.map)
         target_link_options(${target} PRIVATE LINKER:--version-script=${exports} LINKER:-Bsymbolic-functions)
@@ -106,6 +109,8 @@ function(tessarin_set_interface target kind)
                    TESSARIN_VERSION ${PROJECT_VERSION})
     if(TESSARIN_PLATFORM STREQUAL native)
         target_compile_definitions(${target} INTERFACE TESSARIN_NATIVE)
-        target_link_libraries(${target} PUBLIC GNUstep::Base)
+        if(NOT APPLE)
+            target_link_libraries(${target} PUBLIC GNUstep::Base)
+        endif()
     endif()
 endfunction()

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Stands before the compiler in a build of the project that holds the library: for the library's own sources it gives the
-# object files that the build under test has made of them, and everything else it leaves to the compiler.
+# Stands before the compiler in a build of the project that holds the library: for the library's own sources it gives
+# the object files that the build under test has made of them, and everything else it leaves to the compiler.
 #
 #   REUSED_OBJECTS=build/dev/CMakeFiles/tessarin_objects.dir reuse_objects.sh COMPILER ARGUMENT...
 set -euo pipefail
