@@ -27,3 +27,15 @@ if(TESSARIN_SANITIZE)
     # GCC warns of uninitialised variables where a sanitizer's code hides their initialisation.
     target_compile_options(tessarin_sanitizers INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 endif()
+
+# No path of the machine that builds goes into the library, debug information included: source files are named as seen
+# from the project's directory.
+add_library(tessarin_source_names INTERFACE)
+target_compile_options(
+    tessarin_source_names
+    INTERFACE $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>)
+if(NOT PROJECT_BINARY_DIR MATCHES "^${PROJECT_SOURCE_DIR}/")
+    target_compile_options(
+        tessarin_source_names
+        INTERFACE $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-ffile-prefix-map=${PROJECT_BINARY_DIR}=build>)
+endif()

@@ -12,7 +12,7 @@ TESSARIN_EXPORT NSString homeDirectory();
 namespace detail {
 
 template <FixedString Text>
-inline constinit std::atomic<Object*> literalSlot{nullptr};
+TESSARIN_OF_EACH_BINARY inline constinit std::atomic<Object*> literalSlot{nullptr};
 
 } // namespace detail
 

@@ -10,7 +10,7 @@ namespace tessarin {
 namespace detail {
 
 template <FixedString Name>
-inline constinit std::atomic<SEL> selectorSlot{nullptr};
+TESSARIN_OF_EACH_BINARY inline constinit std::atomic<SEL> selectorSlot{nullptr};
 
 } // namespace detail
 

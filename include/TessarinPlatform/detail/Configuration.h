@@ -23,6 +23,15 @@
 #    define TESSARIN_EXPORT __attribute__((visibility("default")))
 #endif
 
+// A variable of a header of which each binary has one of its own, however its names are exported otherwise.
+// What the library and a program look up once they keep so: another binary in the process may have looked it
+// up on another platform, or in a copy of the library of its own.
+#if defined(_WIN32)
+#    define TESSARIN_OF_EACH_BINARY
+#else
+#    define TESSARIN_OF_EACH_BINARY __attribute__((visibility("hidden")))
+#endif
+
 // The plain functions are C symbols in both faces. Their C++ face returns handles, which are one pointer wide
 // and passed exactly like one; Clang's warning that C could not declare them does not apply.
 #if defined(__cplusplus)

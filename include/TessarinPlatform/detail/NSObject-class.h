@@ -109,9 +109,9 @@ public:
 namespace detail {
 
 template <FixedString Name>
-inline constinit std::atomic<Object*> classSlot{nullptr};
+TESSARIN_OF_EACH_BINARY inline constinit std::atomic<Object*> classSlot{nullptr};
 template <FixedString Name>
-inline constinit std::atomic<Object*> protocolSlot{nullptr};
+TESSARIN_OF_EACH_BINARY inline constinit std::atomic<Object*> protocolSlot{nullptr};
 
 // A slot that stays empty is looked up again: the class may be defined later.
 inline Object* fillSlot(std::atomic<Object*>& slot, Object* (*lookUp)(const char*), const char* name) {
