@@ -35,6 +35,13 @@ ClassDescription describeNSKeyedArchiver();
 ClassDescription describeNSKeyedUnarchiver();
 ClassDescription describeKeyedArchiverUID();
 ClassDescription describeNSBundle();
+ClassDescription describeNSSortDescriptor();
+ClassDescription describeNSAttributedString();
+ClassDescription describeNSMutableAttributedString();
+ClassDescription describeAttributedText();
+ClassDescription describeNSMenu();
+ClassDescription describeNSMenuItem();
+ClassDescription describeMenuItemList();
 
 const BuiltInClass builtInClasses[] = {
     {"NSObject", describeNSObject},
@@ -66,6 +73,13 @@ const BuiltInClass builtInClasses[] = {
     {"NSKeyedUnarchiver", describeNSKeyedUnarchiver},
     {"CFKeyedArchiverUID", describeKeyedArchiverUID},
     {"NSBundle", describeNSBundle},
+    {"NSSortDescriptor", describeNSSortDescriptor},
+    {"NSAttributedString", describeNSAttributedString},
+    {"NSMutableAttributedString", describeNSMutableAttributedString},
+    {"TessarinAttributedText", describeAttributedText},
+    {"NSMenu", describeNSMenu},
+    {"NSMenuItem", describeNSMenuItem},
+    {"TessarinMenuItemList", describeMenuItemList},
 };
 const std::size_t builtInClassCount = std::size(builtInClasses);
 

@@ -1,7 +1,6 @@
 #include "platform/embedded/foundation/ItemSorting.h"
 
 #include "platform/embedded/foundation/StableSort.h"
-#include "platform/embedded/foundation/StringStorage.h"
 
 #include <algorithm>
 #include <cstring>
@@ -10,29 +9,15 @@ namespace tessarin::embedded {
 namespace {
 
 struct Key {
-    std::uint64_t beginning; // the first bytes as a number, which decides most comparisons
+    std::uint64_t beginning;
     StringView text;
     NSObject item;
 
-    // ASCII text has no equivalent but itself, so that its units decide.
     bool operator<(const Key& other) const {
         if (beginning != other.beginning) return beginning < other.beginning;
         return compareUnits(text, other.text) == NSOrderedAscending;
     }
 };
-
-std::uint64_t beginningOf(StringView text) {
-    std::uint64_t beginning = 0;
-    for (std::size_t index = 0; index < sizeof beginning; ++index)
-        beginning = beginning << 8 | (index < text.length() ? text.narrow()[index] : 0U);
-    return beginning;
-}
-
-bool isAscii(StringView text) {
-    return !text.isWide() && std::all_of(text.narrow(), text.narrow() + text.length(), [](std::uint8_t unit) {
-        return unit < 0x80;
-    });
-}
 
 // Sorts items that are all plain ASCII strings, which the platform itself compares, without a message;
 // answers false otherwise and changes nothing.
@@ -53,6 +38,19 @@ bool sortPlainStrings(std::vector<NSObject>& items) {
 }
 
 } // namespace
+
+std::uint64_t beginningOf(StringView text) {
+    std::uint64_t beginning = 0;
+    for (std::size_t index = 0; index < sizeof beginning; ++index)
+        beginning = beginning << 8 | (index < text.length() ? text.narrow()[index] : 0U);
+    return beginning;
+}
+
+bool isAscii(StringView text) {
+    return !text.isWide() && std::all_of(text.narrow(), text.narrow() + text.length(), [](std::uint8_t unit) {
+        return unit < 0x80;
+    });
+}
 
 void sortItems(std::vector<NSObject>& items, SEL comparison) {
     if (comparison == "compare:"_sel && sortPlainStrings(items)) return;
