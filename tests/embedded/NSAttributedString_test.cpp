@@ -42,6 +42,30 @@ TEST_F(EmbeddedAttributedStringTest, AnUninitialisedOneIsEmpty) {
     EXPECT_EQ(text(string.string()), "a");
 }
 
+TEST_F(EmbeddedAttributedStringTest, NeighboursThatBecomeEqualAreOneRun) {
+    const NSMutableAttributedString string = editable("abcd"_ns);
+    const auto runAt = [&](NSUInteger index) {
+        NSRange range{};
+        string.attributesAtIndex_effectiveRange(index, &range);
+        return range;
+    };
+    const auto weight = [] {
+        const NSString bold = NSMutableString::stringWithString("bold"_ns);
+        return NSDictionary::dictionaryWithObject_forKey(bold, "weight"_ns);
+    };
+    for (const NSUInteger index : {0u, 2u, 1u}) string.setAttributes_range(weight(), {index, 1});
+    EXPECT_EQ(runAt(1), (NSRange{0, 3}));
+    EXPECT_EQ(runAt(3), (NSRange{3, 1}));
+    string.setAttributes_range(weight(), {4, 0}); // of no characters: nothing
+    EXPECT_EQ(runAt(3), (NSRange{3, 1}));
+    string.addAttribute_value_range("weight"_ns, "bold"_ns, {3, 1});
+    EXPECT_EQ(runAt(3), (NSRange{0, 4}));
+    string.setAttributes_range(nil, {1, 2});
+    EXPECT_EQ(runAt(2), (NSRange{1, 2}));
+    string.deleteCharactersInRange({1, 2});
+    EXPECT_EQ(runAt(0), (NSRange{0, 2}));
+}
+
 // A value that edits the string when it is compared.
 NSMutableAttributedString edited;
 

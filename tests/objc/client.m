@@ -7,6 +7,7 @@
 #import "TessarinPlatform/PercentEscapes.h"
 
 #import <AppKit/NSApplication.h>
+#import <AppKit/NSCell.h>
 #import <AppKit/NSMenuItem.h>
 
 #include <string.h>

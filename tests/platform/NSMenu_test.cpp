@@ -54,10 +54,11 @@ TEST_F(NSMenuItemTest, ANilTitleRaises) {
     EXPECT_EQ(text(item.title()), "Mute");
 }
 
-TEST_F(NSMenuItemTest, ASeparatorIsDisabledAndHasNoTitle) {
+TEST_F(NSMenuItemTest, ASeparatorHasNoTitle) { EXPECT_EQ(text(NSMenuItem::separatorItem().title()), ""); }
+
+TEST_F(NSMenuItemTest, ASeparatorIsDisabledAndHasAState) {
     const NSMenuItem separator = NSMenuItem::separatorItem();
     EXPECT_TRUE(separator.isSeparatorItem());
-    EXPECT_EQ(separator.title().length(), 0u);
     EXPECT_FALSE(separator.isEnabled());
     separator.setState(NSOnState);
     EXPECT_EQ(separator.state(), NSOnState);
@@ -224,8 +225,17 @@ TEST_F(NSMenuTest, KnowsItsSupermenu) {
     menu.setSubmenu_forItem(submenu, item);
     EXPECT_EQ(item.submenu(), submenu);
     EXPECT_EQ(submenu.supermenu(), menu);
+}
+
+TEST_F(NSMenuTest, HasNoSupermenuWhenItIsASubmenuNoMore) {
+    const NSMenuItem item = itemTitled("A"_ns), other = itemTitled("B"_ns);
+    const NSMenu menu = menuOf({item, other}), submenu = menuTitled("submenu"_ns);
+    item.setSubmenu(submenu);
+    EXPECT_EQ(submenu.supermenu(), menu);
     item.setSubmenu(nil);
     EXPECT_FALSE(submenu.supermenu());
+    EXPECT_EQ(thrownName([&] { return other.setSubmenu(submenu), 0; }), "(nothing)");
+    EXPECT_EQ(other.submenu(), submenu);
 }
 
 TEST_F(NSMenuTest, KnowsTheSupermenuThatItsItemIsPutInto) {
@@ -243,9 +253,7 @@ TEST_F(NSMenuTest, AMenuIsTheSubmenuOfOneItemAtMost) {
     EXPECT_EQ(submenu.supermenu(), menu);
     EXPECT_THROWS_NAMED(b.setSubmenu(submenu), "NSInvalidArgumentException");
     EXPECT_FALSE(b.submenu());
-    a.setSubmenu(nil);
-    b.setSubmenu(submenu);
-    EXPECT_EQ(b.submenu(), submenu);
+    EXPECT_EQ(a.submenu(), submenu);
 }
 
 TEST_F(NSMenuTest, TheWalkOverItsItemsNoticesAChange) {

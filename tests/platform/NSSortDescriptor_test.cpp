@@ -110,8 +110,8 @@ TEST_F(NSSortDescriptorTest, ClassOperationsMakeTheReceivingClass) {
 
 TEST_F(NSSortDescriptorTest, WithoutAKeyComparesTheObjectsThemselves) {
     const NSArray letters = NSArray::arrayOf("b"_ns, "a"_ns);
-    const Retained<NSSortDescriptor> descriptor =
-        adopt(NSSortDescriptor::alloc().initWithKey_ascending(nil, true));
+    NSSortDescriptor descriptor;
+    ASSERT_EQ(thrownName([&] { return descriptor = by(nil); }), "(nothing)");
     EXPECT_FALSE(descriptor.key());
     EXPECT_EQ(texts(letters.sortedArrayUsingDescriptors(NSArray::arrayOf(descriptor))), (Texts{"a", "b"}));
     EXPECT_TRUE(descriptor.isEqual(by(nil)));
@@ -130,10 +130,15 @@ TEST_F(NSSortDescriptorTest, ComparesTheValuesForItsKey) {
 
 TEST_F(NSSortDescriptorTest, PutsNilBeforeEverything) {
     const NSDictionary none = track(nil, 1), some = track(""_ns, 1);
-    EXPECT_EQ(by("name"_ns).compareObject_toObject(none, some), NSOrderedAscending);
-    EXPECT_EQ(by("name"_ns).compareObject_toObject(some, none), NSOrderedDescending);
-    EXPECT_EQ(by("name"_ns).compareObject_toObject(none, none), NSOrderedSame);
-    EXPECT_EQ(by("name"_ns, false).compareObject_toObject(none, some), NSOrderedDescending);
+    const auto compared = [](NSSortDescriptor descriptor, NSObject left, NSObject right) {
+        NSComparisonResult result = NSOrderedSame;
+        EXPECT_EQ(thrownName([&] { return result = descriptor.compareObject_toObject(left, right); }),
+                  "(nothing)");
+        return result;
+    };
+    EXPECT_EQ(compared(by("name"_ns), none, some), NSOrderedAscending);
+    EXPECT_EQ(compared(by("name"_ns), some, none), NSOrderedDescending);
+    EXPECT_EQ(compared(by("name"_ns, false), none, some), NSOrderedDescending);
 }
 
 TEST_F(NSSortDescriptorTest, TwoValuesThatAreNilAreTheSame) {
@@ -229,8 +234,13 @@ TEST_F(DescriptorSortingTest, SortsAMutableArrayInPlace) {
 
 TEST_F(DescriptorSortingTest, PutsNilFirst) {
     const NSArray some = NSArray::arrayOf(track("a"_ns, 1), track(nil, 2), track(""_ns, 3));
-    EXPECT_EQ(sortedNames(some, by("name"_ns)), (Texts{"(nil)", "", "a"}));
-    EXPECT_EQ(sortedNames(some, by("name"_ns, false)), (Texts{"a", "", "(nil)"}));
+    const auto sorted = [&](NSSortDescriptor descriptor) {
+        Texts result;
+        EXPECT_EQ(thrownName([&] { return result = sortedNames(some, descriptor), 0; }), "(nothing)");
+        return result;
+    };
+    EXPECT_EQ(sorted(by("name"_ns)), (Texts{"(nil)", "", "a"}));
+    EXPECT_EQ(sorted(by("name"_ns, false)), (Texts{"a", "", "(nil)"}));
 }
 
 TEST_F(DescriptorSortingTest, NumbersOfAllKindsSortByTheirValues) {

@@ -182,7 +182,7 @@ Retained<NSDictionary> keptAttributes(NSDictionary attributes) {
 
 Retained<NSString> keptText(NSString text) {
     Retained<NSString> copy = adopt(NSString(text.copy()));
-    return !copy || directStorage(copy) ? copy : newString(contentsOf(copy));
+    return !copy || copy.isMemberOfClass(NSString::classObject()) ? copy : newString(contentsOf(copy));
 }
 
 ClassDescription describeNSAttributedString() {
