@@ -5,18 +5,21 @@
 #include "TessarinPlatform/Retained.h"
 #include "platform/embedded/runtime/BuiltInClass.h"
 
+#include <cstdint>
+
 namespace tessarin::embedded {
 
+// Kept small, since a walk over many items takes as long as their memory.
 struct MenuItemStorage {
-    Retained<NSString> title;
-    Retained<NSString> keyEquivalent;
     Retained<NSMenu> submenu;
-    SEL action = nullptr;
-    NSMenu menu;          // that the item is in: not retained, nil as soon as it goes
-    NSUInteger index = 0; // in the menu, as long as no other was put in or taken out before it
-    NSInteger state = NSOffState;
+    std::uint32_t index = 0; // in the menu, as long as no other was put in or taken out before it
+    std::int8_t state = NSOffState;
     bool isEnabled = true;
     bool isSeparator = false;
+    NSMenu menu; // that the item is in: not retained, nil as soon as it goes
+    SEL action = nullptr;
+    Retained<NSString> title;
+    Retained<NSString> keyEquivalent;
 };
 
 struct MenuStorage {

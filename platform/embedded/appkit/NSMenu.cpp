@@ -76,15 +76,15 @@ NSMenuItem itemAtIndex(NSMenu self, SEL selector, NSInteger index) {
 // Where an item of the menu is: where it was when that was last known, or near it, as far away as others were
 // put in or taken out before it.
 NSUInteger findItem(const ArrayStorage& items, NSMenuItem item) {
-    NSUInteger& index = storageOf(item).index;
-    const NSUInteger last = items.count - 1;
-    const NSUInteger start = std::min(index, last);
-    for (NSUInteger distance = 0; distance <= last; ++distance) {
-        if (distance <= start && items.items[start - distance] == item) return index = start - distance;
-        if (distance <= last - start && items.items[start + distance] == item)
-            return index = start + distance;
-    }
-    return index; // not reached: it is there
+    std::uint32_t& known = storageOf(item).index;
+    const auto isAt = [&](NSUInteger index) { return index < items.count && items.items[index] == item; };
+    const NSUInteger start = std::min<NSUInteger>(known, items.count - 1);
+    NSUInteger index = start;
+    // Below the start an index wraps round to a very large one.
+    for (NSUInteger distance = 0; !isAt(index); ++distance)
+        index = isAt(start - distance) ? start - distance : start + distance;
+    known = static_cast<std::uint32_t>(index);
+    return index;
 }
 
 NSInteger indexOfItem(NSMenu self, SEL, NSMenuItem item) {
@@ -111,7 +111,7 @@ void insertItem_atIndex(NSMenu self, SEL selector, NSMenuItem item, NSInteger in
     items.insert(retain(item).leak(), place);
     MenuItemStorage& itemStorage = storageOf(item);
     itemStorage.menu = self;
-    itemStorage.index = place;
+    itemStorage.index = static_cast<std::uint32_t>(place);
     if (itemStorage.submenu) ++storageOf(self).submenus;
 }
 

@@ -58,7 +58,7 @@ void setEnabled(NSMenuItem self, SEL, BOOL enabled) { storageOf(self).isEnabled 
 
 NSCellStateValue state(NSMenuItem self, SEL) { return storageOf(self).state; }
 void setState(NSMenuItem self, SEL, NSCellStateValue state) {
-    storageOf(self).state = state > 0 ? NSOnState : state < 0 ? NSMixedState : NSOffState;
+    storageOf(self).state = static_cast<std::int8_t>((state > 0 ? 1 : 0) - (state < 0 ? 1 : 0));
 }
 
 NSMenu menu(NSMenuItem self, SEL) { return storageOf(self).menu; }

@@ -6,19 +6,27 @@
 #include "platform/embedded/foundation/NumberValue.h"
 #include "platform/embedded/foundation/StableSort.h"
 
+#include <algorithm>
 #include <bit>
 #include <optional>
 
 namespace tessarin::embedded {
 namespace {
 
-// A number that orders most numbers: lower ranks mean lower values, equal ones nothing.
+// A number that orders most numbers: lower ranks mean lower values, equal ones nothing, unless both are exact
+// as doubles.
 std::uint64_t rankOf(const NumberValue& number) {
     constexpr std::uint64_t sign = std::uint64_t{1} << 63;
     const double value = number.toDouble() + 0.0; // no negative zero
     if (value != value) return sign - 1;          // between the negative numbers and zero
     const auto bits = std::bit_cast<std::uint64_t>(value);
     return (bits & sign) != 0 ? ~bits : bits | sign;
+}
+
+bool isExactAsDouble(const NumberValue& number) {
+    constexpr std::int64_t largest = std::int64_t{1} << 53;
+    return number.isReal()
+           || (number.kind != NumberKind::uint64 && number.integer >= -largest && number.integer <= largest);
 }
 
 // One descriptor, and the items' values for its key.
@@ -32,6 +40,7 @@ public:
 
     NSComparisonResult compare(const std::vector<NSObject>& items, std::size_t left, std::size_t right) {
         if (!comparison_) return descriptor_.compareObject_toObject(items[left], items[right]);
+        if (ranksSayAll_) return NSOrderedSame;
         if (values_.empty()) values_.resize(items.size());
         const NSObject leftValue = value(items, left);
         const NSObject rightValue = value(items, right);
@@ -40,18 +49,18 @@ public:
         return comparison_->compare(leftValue, rightValue);
     }
 
-    // Ranks for the items, lower ones before higher ones, equal ones to be compared. Fetches all values,
-    // which is for the first descriptor, by which every item is compared.
+    // Ranks for the items, lower ones before higher ones; those of equal rank are to be compared. Fetches all
+    // values, which is for the first descriptor, by which every item is compared.
     std::vector<std::uint64_t> ranks(const std::vector<NSObject>& items) {
         std::vector<std::uint64_t> ranks(items.size());
         if (!comparison_) return ranks;
         values_.resize(items.size());
         for (std::size_t index = 0; index < items.size(); ++index) value(items, index);
         kind_ = kindOfValues();
-        if (kind_ == Kind::others) return ranks;
-        const std::uint64_t flip = comparison_->isAscending() ? 0 : ~std::uint64_t{0};
-        for (std::size_t index = 0; index < items.size(); ++index)
-            ranks[index] = flip ^ (kind_ == Kind::texts ? beginningOf(text(index)) : rankOf(number(index)));
+        if (kind_ == Kind::texts) rankTexts(ranks);
+        if (kind_ == Kind::numbers) rankNumbers(ranks);
+        if (!comparison_->isAscending())
+            for (std::uint64_t& rank : ranks) rank = ~rank;
         return ranks;
     }
 
@@ -88,6 +97,29 @@ private:
         return areTexts ? Kind::texts : areNumbers ? Kind::numbers : Kind::others;
     }
 
+    // Names often begin alike: what they have in common is left out.
+    void rankTexts(std::vector<std::uint64_t>& ranks) const {
+        const StringView first = text(0);
+        std::size_t common = first.length();
+        for (std::size_t index = 1; index < ranks.size() && common > 0; ++index) {
+            const StringView other = text(index);
+            common = std::min(common, other.length());
+            common = static_cast<std::size_t>(
+                std::mismatch(first.narrow(), first.narrow() + common, other.narrow()).first
+                - first.narrow());
+        }
+        for (std::size_t index = 0; index < ranks.size(); ++index)
+            ranks[index] = beginningOf(text(index).from(common));
+    }
+
+    void rankNumbers(std::vector<std::uint64_t>& ranks) {
+        ranksSayAll_ = true;
+        for (std::size_t index = 0; index < ranks.size(); ++index) {
+            ranks[index] = rankOf(number(index));
+            ranksSayAll_ = ranksSayAll_ && isExactAsDouble(number(index));
+        }
+    }
+
     StringView text(std::size_t index) const {
         return storageOf<StringStorage>(values_[index].object).view();
     }
@@ -98,6 +130,7 @@ private:
     NSSortDescriptor descriptor_;
     std::optional<KeyComparison> comparison_;
     Kind kind_ = Kind::others;
+    bool ranksSayAll_ = false;  // so that items of equal rank are the same
     std::vector<Value> values_; // of all items, once one was needed
 };
 

@@ -1,5 +1,6 @@
 #include "platform/embedded/foundation/KeyComparison.h"
 
+#include "platform/embedded/foundation/NSObject+KeyValueCoding.h"
 #include "platform/embedded/foundation/StringFormat.h"
 #include "platform/embedded/runtime/Classes.h"
 
@@ -28,8 +29,14 @@ KeyComparison::KeyComparison(NSSortDescriptor descriptor)
       selector_(descriptor.selector()),
       isAscending_(descriptor.ascending()) {}
 
-NSObject KeyComparison::valueOf(NSObject object) const {
-    return key_ ? static_cast<NSObject>(object.valueForKeyPath(key_)) : object;
+NSObject KeyComparison::valueOf(NSObject object) {
+    if (!key_ || !object) return object;
+    const Object* const classObject = runtime::classOf(object.object());
+    if (classObject != accessedClass_) {
+        accessor_ = directAccessor(object, key_);
+        accessedClass_ = classObject;
+    }
+    return accessor_ ? send<id>(object, accessor_) : object.valueForKeyPath(key_);
 }
 
 NSComparisonResult KeyComparison::compare(NSObject left, NSObject right) {

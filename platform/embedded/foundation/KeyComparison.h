@@ -13,7 +13,7 @@ public:
     explicit KeyComparison(NSSortDescriptor descriptor);
 
     // The object's value for the key, the object itself where there is no key. The object's own code.
-    NSObject valueOf(NSObject object) const;
+    NSObject valueOf(NSObject object);
     // Two values, in the descriptor's direction. nil stands before everything else. Raises
     // NSInvalidArgumentException where the selector names a method that cannot be a comparison: names come
     // out of files, and a call with the wrong arguments would not come back.
@@ -31,6 +31,9 @@ private:
     SEL selector_;
     bool isAscending_;
     const Object* soundClass_ = nullptr; // whose comparison was found to be one, last
+    // How the objects of one class were asked for their values, last: most often all are of that class.
+    const Object* accessedClass_ = nullptr;
+    SEL accessor_ = nullptr; // null where they are asked by key-value coding
 };
 
 // NSSortDescriptor's own compareObject:toObject:.

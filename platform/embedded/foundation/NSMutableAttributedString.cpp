@@ -21,32 +21,34 @@ void checkRangeOf(NSMutableAttributedString self, SEL selector, NSRange range) {
 
 // ---- Editing the storage
 
+void refuseMutation(NSMutableAttributedString self, unsigned long mutations) {
+    if (storageOf(self).mutations != mutations) runtime::raiseMutation(self.object());
+}
+
 // Puts runs in the place of a range, and the text, unless it is nil, in the place of its characters. Both
 // happen at once, when all code that is not the platform's has run; what that changed meanwhile is refused.
 void replace(NSMutableAttributedString self, NSRange range, std::vector<AttributeRun> runs, NSString text,
              unsigned long mutations) {
+    refuseMutation(self, mutations);
     AttributedStringStorage& storage = storageOf(self);
+    const NSRange widened = storage.runs.widened(range);
     const NSUInteger end = range.location + range.length;
-    NSRange widened{};
-    if (storage.mutations == mutations) {
-        widened = storage.runs.widened(range);
-        std::vector<AttributeRun> all =
-            storage.runs.runsIn({widened.location, range.location - widened.location});
-        std::move(runs.begin(), runs.end(), std::back_inserter(all));
-        const std::vector<AttributeRun> behind =
-            storage.runs.runsIn({end, widened.location + widened.length - end});
-        all.insert(all.end(), behind.begin(), behind.end());
-        joinEqualRuns(all);
-        runs = std::move(all);
-    }
-    if (storage.mutations != mutations) runtime::raiseMutation(self.object());
+    std::vector<AttributeRun> all =
+        storage.runs.runsIn({widened.location, range.location - widened.location});
+    std::move(runs.begin(), runs.end(), std::back_inserter(all));
+    const std::vector<AttributeRun> behind =
+        storage.runs.runsIn({end, widened.location + widened.length - end});
+    all.insert(all.end(), behind.begin(), behind.end());
+    joinEqualRuns(all);
+
+    refuseMutation(self, mutations);
     if (text) {
         if (!storage.text) storage.text = newAttributedText(""_ns); // not initialised
         embedded::storageOf<StringStorage>(storage.text).replace(range, contentsOf(text));
     }
     ++storage.mutations;
     // Released at the end, which may set off anything.
-    const std::vector<AttributeRun> replaced = storage.runs.replace(widened, std::move(runs));
+    const std::vector<AttributeRun> replaced = storage.runs.replace(widened, std::move(all));
 }
 
 // Replaces the attributes of each run in a range by what change(attributes) answers.
