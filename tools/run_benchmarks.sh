@@ -26,7 +26,7 @@ run() { # preset, platform, round, filter
     runs+=("$2=$result")
 }
 # Where GNUstep is the rival.
-native='SortDescriptor|AttributedString|StreamFormat/Array|UniqueIndexer/Library|KeyedArchive/Archive/1000$|KeyedArchive/Unarchive'
+native='SortDescriptors/(Name|LengthAndName)/1000$|SortDescriptorConfiguration|AttributedString|StreamFormat/Array|UniqueIndexer/Library|KeyedArchive/Archive/1000$|KeyedArchive/Unarchive'
 for ((round = 1; round <= rounds; ++round)); do
     echo "Round $round of $rounds"
     run bench embedded "$round" .
