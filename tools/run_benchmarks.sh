@@ -37,6 +37,9 @@ native=(
     'KeyedArchive/Archive/1000$'
     KeyedArchive/Unarchive
     Placing
+    'SortDescriptors/(Name|LengthAndName)/1000$'
+    SortDescriptorConfiguration
+    AttributedString
 )
 for ((round = 1; round <= rounds; ++round)); do
     echo "Round $round of $rounds"

@@ -8,6 +8,8 @@
 
 #import <AppKit/NSApplication.h>
 #import <AppKit/NSScroller.h>
+#import <AppKit/NSCell.h>
+#import <AppKit/NSMenuItem.h>
 
 #include <string.h>
 
@@ -446,6 +448,56 @@ static void checkScrollViews(void) {
     [view release];
 }
 
+static void checkSortDescriptors(void) {
+    NSSortDescriptor *byName =
+        [[[NSSortDescriptor alloc] initWithKey:@"name"
+                                     ascending:NO
+                                      selector:@selector(caseInsensitiveCompare:)] autorelease];
+    NSDictionary *configuration = [byName tessarin_configuration];
+    CHECK([configuration count] == 3);
+    CHECK_TEXT([configuration objectForKey:@"keypath"], @"name");
+    CHECK([[configuration objectForKey:@"ascending"] integerValue] == 0);
+    CHECK_TEXT([configuration objectForKey:@"selector"], @"caseInsensitiveCompare:");
+    CHECK([[NSSortDescriptor tessarin_sortDescriptorWithConfiguration:configuration] isEqual:byName]);
+
+    NSSortDescriptor *allocated = [NSSortDescriptor alloc];
+    NSSortDescriptor *refused = [allocated tessarin_initWithConfiguration:nil];
+    CHECK(refused == allocated && [refused key] == nil && [refused selector] == NULL);
+    NSSortDescriptor *made = [refused
+        tessarin_initWithConfiguration:[NSDictionary dictionaryWithObjectsAndKeys:@"name", @"keypath", @"YES",
+                                                                                  @"ascending", nil]];
+    CHECK_TEXT([made key], @"name");
+    CHECK([made ascending]);
+    CHECK_TEXT(NSStringFromSelector([made selector]), @"compare:");
+    [made release];
+
+static void checkMenus(void) {
+    NSMenu *menu = [[[NSMenu alloc] initWithTitle:@"menu"] autorelease];
+    NSMenu *submenu = [[[NSMenu alloc] initWithTitle:@"submenu"] autorelease];
+    CHECK([menu tessarin_indexOfSeparatorItem] == -1);
+    [menu addItemWithTitle:@"A" action:NULL keyEquivalent:@""];
+    [menu addItem:[NSMenuItem separatorItem]];
+    [menu addItemWithTitle:@"B" action:NULL keyEquivalent:@""];
+    [submenu addItemWithTitle:@"C" action:NULL keyEquivalent:@""];
+    [menu setSubmenu:submenu forItem:[menu itemAtIndex:2]];
+    CHECK([menu tessarin_indexOfSeparatorItem] == 1);
+    [menu tessarin_setStateOfAllItems:NSOnState];
+    CHECK([[menu itemAtIndex:0] state] == NSOnState && [[menu itemAtIndex:1] state] == NSOnState);
+    CHECK([[menu itemAtIndex:2] state] == NSOffState && [[submenu itemAtIndex:0] state] == NSOnState);
+
+static void checkAttributedStrings(void) {
+    NSDictionary *bold = [NSDictionary dictionaryWithObject:@"bold" forKey:@"weight"];
+    NSAttributedString *gain = [NSAttributedString tessarin_attributedStringWithString:@"Gain"
+                                                                            attributes:bold];
+    CHECK_TEXT([gain string], @"Gain");
+    CHECK([[gain attributesAtIndex:3 effectiveRange:NULL] isEqual:bold]);
+    NSAttributedString *immutable = [NSMutableAttributedString tessarin_attributedStringWithString:@"Gain"
+                                                                                        attributes:nil];
+    CHECK(![immutable isKindOfClass:[NSMutableAttributedString class]]);
+    CHECK_RAISES(NSInvalidArgumentException, [NSAttributedString tessarin_attributedStringWithString:nil
+                                                                                          attributes:bold]);
+}
+
 int main(void) {
     NSAutoreleasePool *pool = [[NSAutoreleasePool alloc] init];
     openDisplay();
@@ -465,6 +517,9 @@ int main(void) {
     checkWindows();
     checkViews();
     checkScrollViews();
+    checkSortDescriptors();
+    checkMenus();
+    checkAttributedStrings();
     const int exitCode = closeChecks();
     [pool release];
     return exitCode;

@@ -43,6 +43,24 @@ void ArrayStorage::reserve(NSUInteger wanted) {
     capacity = grown;
 }
 
+void ArrayStorage::insert(NSObject owned, NSUInteger index) {
+    reserve(count + 1);
+    NSObject* const place = items + index;
+    std::move_backward(place, items + count, items + count + 1);
+    *place = owned;
+    ++count;
+    ++mutations;
+}
+
+NSObject ArrayStorage::take(NSUInteger index) {
+    NSObject* const place = items + index;
+    const NSObject taken = *place;
+    std::move(place + 1, items + count, place);
+    --count;
+    ++mutations;
+    return taken;
+}
+
 ArrayItems::ArrayItems(NSArray array) {
     if (!array) return;
     if (hasArrayStorage(array)) {

@@ -22,6 +22,10 @@ struct ArrayStorage {
     void reserve(NSUInteger wanted);
     // Makes room for exactly that many in an array that has none.
     void allocate(NSUInteger wanted);
+    // Puts an object at an index within bounds, taking over a reference to it.
+    void insert(NSObject owned, NSUInteger index);
+    // Takes out the object at an index within bounds, handing its reference to the caller.
+    NSObject take(NSUInteger index);
 
     NSObject* items = nullptr;
     NSUInteger count = 0;

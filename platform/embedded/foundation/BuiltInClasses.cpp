@@ -40,6 +40,13 @@ ClassDescription describeNSView();
 ClassDescription describeNSWindow();
 ClassDescription describeNSScroller();
 ClassDescription describeNSScrollView();
+ClassDescription describeNSSortDescriptor();
+ClassDescription describeNSAttributedString();
+ClassDescription describeNSMutableAttributedString();
+ClassDescription describeAttributedText();
+ClassDescription describeNSMenu();
+ClassDescription describeNSMenuItem();
+ClassDescription describeMenuItemList();
 
 const BuiltInClass builtInClasses[] = {
     {"NSObject", describeNSObject},
@@ -76,6 +83,13 @@ const BuiltInClass builtInClasses[] = {
     {"NSWindow", describeNSWindow},
     {"NSScroller", describeNSScroller},
     {"NSScrollView", describeNSScrollView},
+    {"NSSortDescriptor", describeNSSortDescriptor},
+    {"NSAttributedString", describeNSAttributedString},
+    {"NSMutableAttributedString", describeNSMutableAttributedString},
+    {"TessarinAttributedText", describeAttributedText},
+    {"NSMenu", describeNSMenu},
+    {"NSMenuItem", describeNSMenuItem},
+    {"TessarinMenuItemList", describeMenuItemList},
 };
 const std::size_t builtInClassCount = std::size(builtInClasses);
 

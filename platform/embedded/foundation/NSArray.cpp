@@ -1,6 +1,7 @@
 #include "platform/embedded/foundation/ArrayStorage.h"
 #include "platform/embedded/foundation/ContainerDescription.h"
 #include "platform/embedded/foundation/ContainerEquality.h"
+#include "platform/embedded/foundation/DescriptorSorting.h"
 #include "platform/embedded/foundation/EnumeratorStorage.h"
 #include "platform/embedded/foundation/ItemSorting.h"
 #include "platform/embedded/foundation/KeyedCoding.h"
@@ -250,12 +251,17 @@ NSArray arrayByAddingObjectsFromArray(NSArray self, SEL, NSArray other) {
     return arrayByAdding(self, further.data(), further.size());
 }
 
-NSArray sortedArrayUsingSelector(NSArray self, SEL, SEL comparison) {
-    const Retained<NSArray> kept = adopt(NSArray(self.copy())); // the items compare by code of their own
+template <class How>
+NSArray sortedArray(NSArray array, How how) {
+    const Retained<NSArray> kept = adopt(NSArray(array.copy())); // the items compare by code of their own
     const ArrayItems items(kept);
     std::vector<NSObject> sorted(items.begin(), items.end());
-    sortItems(sorted, comparison);
+    sortItems(sorted, how);
     return makeArray(sorted);
+}
+NSArray sortedArrayUsingSelector(NSArray self, SEL, SEL comparison) { return sortedArray(self, comparison); }
+NSArray sortedArrayUsingDescriptors(NSArray self, SEL, NSArray descriptors) {
+    return sortedArray(self, descriptors);
 }
 
 NSString componentsJoinedByString(NSArray self, SEL, NSString separator) {
@@ -341,6 +347,7 @@ ClassDescription describeNSArray() {
                     instanceMethod("arrayByAddingObject:", arrayByAddingObject),
                     instanceMethod("arrayByAddingObjectsFromArray:", arrayByAddingObjectsFromArray),
                     instanceMethod("sortedArrayUsingSelector:", sortedArrayUsingSelector),
+                    instanceMethod("sortedArrayUsingDescriptors:", sortedArrayUsingDescriptors),
                     instanceMethod("componentsJoinedByString:", componentsJoinedByString)},
     };
     for (const MethodRow& row : arrayEnumerationMethods()) description.methods.push_back(row);

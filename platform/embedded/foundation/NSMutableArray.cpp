@@ -1,4 +1,5 @@
 #include "platform/embedded/foundation/ArrayStorage.h"
+#include "platform/embedded/foundation/DescriptorSorting.h"
 #include "platform/embedded/foundation/ItemSorting.h"
 
 #include "TessarinPlatform/ArrayEditing.h"
@@ -21,13 +22,7 @@ void insertObject_atIndex(NSMutableArray self, SEL selector, NSObject object, NS
     ArrayStorage& storage = storageOf(self);
     if (!object) raiseFrom(NSInvalidArgumentException(), self, selector, "object cannot be nil");
     if (index > storage.count) raiseBeyondBounds(self, selector, index, storage.count);
-    storage.reserve(storage.count + 1);
-    runtime::retain(object.object());
-    NSObject* const place = storage.items + index;
-    std::move_backward(place, storage.items + storage.count, storage.items + storage.count + 1);
-    *place = object;
-    ++storage.count;
-    ++storage.mutations;
+    storage.insert(retain(object).leak(), index);
 }
 
 // Whether an object is of exactly this class, so that no operation is overridden.
@@ -72,12 +67,7 @@ void takeOut(ArrayStorage& storage, NSRange range) {
 void removeObjectAtIndex(NSMutableArray self, SEL selector, NSUInteger index) {
     ArrayStorage& storage = storageOf(self);
     if (index >= storage.count) raiseBeyondBounds(self, selector, index, storage.count);
-    NSObject* const place = storage.items + index;
-    const NSObject removed = *place;
-    std::move(place + 1, storage.items + storage.count, place);
-    --storage.count;
-    ++storage.mutations;
-    runtime::release(removed.object());
+    adopt(storage.take(index)).reset();
 }
 
 // Nothing happens to an empty array.
@@ -251,13 +241,15 @@ void removeObjectsInArray(NSMutableArray self, SEL, NSArray other) {
 
 // ---- Sorting
 
-void sortUsingSelector(NSMutableArray self, SEL, SEL comparison) {
+// Sorts a list of the items, which are kept meanwhile, and puts them back in its order.
+template <class Sort>
+void sortItemsOf(NSMutableArray self, Sort&& sort) {
     const ArrayItems unsorted(self);
     const Retained<NSArray> kept = newArray(unsorted.data(), unsorted.size());
     const ArrayItems keptItems(kept);
     std::vector<NSObject> items(keptItems.begin(), keptItems.end());
     const unsigned long mutations = storageOf(self).mutations;
-    sortItems(items, comparison);
+    sort(items);
     // Comparing is the items' own code, which might have changed the array.
     if (storageOf(self).mutations != mutations) runtime::raiseMutation(self.object());
     if (!editsStorage(self)) {
@@ -269,6 +261,14 @@ void sortUsingSelector(NSMutableArray self, SEL, SEL comparison) {
     // The same items in another order: what the array retains does not change.
     std::copy(items.begin(), items.end(), storage.items);
     ++storage.mutations;
+}
+
+void sortUsingSelector(NSMutableArray self, SEL, SEL comparison) {
+    sortItemsOf(self, [&](std::vector<NSObject>& items) { sortItems(items, comparison); });
+}
+
+void sortUsingDescriptors(NSMutableArray self, SEL, NSArray descriptors) {
+    sortItemsOf(self, [&](std::vector<NSObject>& items) { sortItems(items, descriptors); });
 }
 
 std::span<NSObject> itemsOfPlainArray(NSMutableArray array) {
@@ -300,7 +300,8 @@ ClassDescription describeNSMutableArray() {
                     instanceMethod("removeObject:", removeObject),
                     instanceMethod("removeObjectIdenticalTo:", removeObjectIdenticalTo),
                     instanceMethod("removeObjectsInArray:", removeObjectsInArray),
-                    instanceMethod("sortUsingSelector:", sortUsingSelector)},
+                    instanceMethod("sortUsingSelector:", sortUsingSelector),
+                    instanceMethod("sortUsingDescriptors:", sortUsingDescriptors)},
     };
 }
 

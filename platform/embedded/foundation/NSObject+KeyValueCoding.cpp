@@ -10,6 +10,7 @@
 #include "TessarinPlatform/NSNull.h"
 #include "TessarinPlatform/NSNumber.h"
 
+#include <array>
 #include <string>
 #include <type_traits>
 
@@ -179,6 +180,10 @@ Variable findVariable(NSObject object, const KeyNames& names) {
 
 // ---- One key
 
+std::array<std::string, 3> getterNames(const KeyNames& names) {
+    return {"get" + names.capitalized, names.plain, "is" + names.capitalized};
+}
+
 BOOL accessInstanceVariablesDirectly(Class, SEL) { return YES; }
 
 id valueForKey(NSObject self, SEL, NSString key) {
@@ -186,7 +191,7 @@ id valueForKey(NSObject self, SEL, NSString key) {
     if (names.isNone()) return send<id>(self, "valueForUndefinedKey:"_sel, key);
 
     id value;
-    for (const std::string& name : {"get" + names.capitalized, names.plain, "is" + names.capitalized}) {
+    for (const std::string& name : getterNames(names)) {
         const Accessor getter = findAccessor(self, name);
         if (!getter.selector) continue;
         if (isObjectType(getter.encoding[0])) return send<id>(self, getter.selector);
@@ -336,6 +341,18 @@ void setValueForKeyOfDictionary(NSMutableDictionary self, SEL, NSObject value, N
         self.setObject_forKey(value, key);
     else
         self.removeObjectForKey(key);
+}
+
+SEL directAccessor(NSObject object, NSString key) {
+    if (!answersWith(object, "valueForKeyPath:"_sel, valueForKeyPath)
+        || !answersWith(object, "valueForKey:"_sel, valueForKey))
+        return nullptr;
+    const KeyNames names(key);
+    if (names.isNone() || names.plain.find('.') != std::string::npos) return nullptr;
+    for (const std::string& name : getterNames(names))
+        if (const Accessor getter = findAccessor(object, name); getter.selector)
+            return isObjectType(getter.encoding[0]) ? getter.selector : nullptr;
+    return nullptr;
 }
 
 std::vector<MethodRow> keyValueCodingMethods() {

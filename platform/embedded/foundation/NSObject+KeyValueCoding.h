@@ -19,6 +19,10 @@ namespace tessarin::embedded {
 // The rows of NSObject's table.
 std::vector<MethodRow> keyValueCodingMethods();
 
+// The operation that answers an object's value for a key, where reading the value is no more than sending it:
+// null for a path of keys, for values that are no objects, and where a class reads keys in its own way.
+SEL directAccessor(NSObject object, NSString key);
+
 // What containers do instead. A key that begins with "@" is the container's own: @count is its count. The
 // operators that go on with a path are in KeyPathOperators.h.
 //

@@ -211,6 +211,16 @@ FoldedText foldedText(StringView text, bool isLiteral) {
     return folded;
 }
 
+std::vector<char32_t> decomposedText(StringView text) {
+    std::vector<char32_t> characters;
+    characters.reserve(text.length());
+    text.visit([&](auto units) {
+        CanonicalReader reader(units, 0, false);
+        for (char32_t character; reader.next(character);) characters.push_back(character);
+    });
+    return characters;
+}
+
 std::vector<MethodRow> stringComparisonMethods() {
     return {
         instanceMethod("compare:", compare),

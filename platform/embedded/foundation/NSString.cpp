@@ -381,8 +381,9 @@ ClassDescription describeNSString() {
                                 instanceMethod("lowercaseString", lowercaseString),
                                 instanceMethod("uppercaseString", uppercaseString),
                             }};
-    for (const auto& rows : {stringComparisonMethods(), stringSearchingMethods(), stringNumberMethods(),
-                             stringPathMethods(), stringCodingMethods()})
+    for (const auto& rows :
+         {stringComparisonMethods(), stringLocalizedComparisonMethods(), stringSearchingMethods(),
+          stringNumberMethods(), stringPathMethods(), stringCodingMethods()})
         result.methods.insert(result.methods.end(), rows.begin(), rows.end());
     return result;
 }

@@ -7,13 +7,6 @@
 namespace tessarin::embedded {
 namespace {
 
-bool isAscii(StringView text) {
-    if (text.isWide()) return false;
-    unsigned all = 0;
-    for (std::size_t index = 0; index < text.length(); ++index) all |= text.narrow()[index];
-    return all < 0x80;
-}
-
 // The first bytes of a text as a number, which decides most comparisons.
 std::uint64_t beginningOf(StringView text) {
     std::uint64_t beginning = 0;
@@ -22,7 +15,32 @@ std::uint64_t beginningOf(StringView text) {
     return beginning;
 }
 
+std::size_t commonPrefixLength(std::span<const StringView> texts) {
+    if (texts.empty()) return 0;
+    const std::uint8_t* const first = texts[0].narrow();
+    std::size_t length = texts[0].length();
+    for (const StringView text : texts)
+        length = static_cast<std::size_t>(
+            std::mismatch(first, first + std::min(length, text.length()), text.narrow()).first - first);
+    return length;
+}
+
 } // namespace
+
+bool isAscii(StringView text) {
+    if (text.isWide()) return false;
+    unsigned all = 0;
+    for (std::size_t index = 0; index < text.length(); ++index) all |= text.narrow()[index];
+    return all < 0x80;
+}
+
+std::vector<std::uint64_t> ranksOfTexts(std::span<const StringView> texts) {
+    const std::size_t common = commonPrefixLength(texts);
+    std::vector<std::uint64_t> ranks;
+    ranks.reserve(texts.size());
+    for (const StringView text : texts) ranks.push_back(beginningOf(text.from(common)));
+    return ranks;
+}
 
 bool PlainStringOrder::add(NSObject object) {
     const Object* const isa = object.object()->isa;
@@ -35,29 +53,18 @@ bool PlainStringOrder::add(NSObject object) {
     return true;
 }
 
-std::size_t PlainStringOrder::commonPrefixLength() const {
-    if (texts_.empty()) return 0;
-    const std::uint8_t* const first = texts_[0].narrow();
-    std::size_t length = texts_[0].length();
-    for (const StringView text : texts_)
-        length = static_cast<std::size_t>(
-            std::mismatch(first, first + std::min(length, text.length()), text.narrow()).first - first);
-    return length;
-}
-
 std::vector<std::size_t> PlainStringOrder::ascending() const {
     struct Key {
-        std::uint64_t beginning;
+        std::uint64_t rank;
         std::size_t position;
     };
-    // Names that belong together often begin alike; what comes then tells them apart.
-    const std::size_t common = commonPrefixLength();
+    const std::vector<std::uint64_t> ranks = ranksOfTexts(texts_);
     std::vector<Key> keys;
     keys.reserve(texts_.size());
     for (std::size_t position = 0; position < texts_.size(); ++position)
-        keys.push_back({beginningOf(texts_[position].from(common)), position});
+        keys.push_back({ranks[position], position});
     std::sort(keys.begin(), keys.end(), [&](const Key& left, const Key& right) {
-        if (left.beginning != right.beginning) return left.beginning < right.beginning;
+        if (left.rank != right.rank) return left.rank < right.rank;
         const NSComparisonResult order = compareUnits(texts_[left.position], texts_[right.position]);
         return order != NSOrderedSame ? order == NSOrderedAscending : left.position < right.position;
     });

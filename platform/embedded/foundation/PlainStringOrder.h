@@ -3,9 +3,16 @@
 
 #include "platform/embedded/foundation/StringStorage.h"
 
+#include <span>
 #include <vector>
 
 namespace tessarin::embedded {
+
+bool isAscii(StringView text);
+
+// Numbers in the order of texts of ASCII, as far as eight bytes of each can tell: what a text has in common
+// with all others is left out, since names that belong together often begin alike. Equal numbers say nothing.
+std::vector<std::uint64_t> ranksOfTexts(std::span<const StringView> texts);
 
 // Strings of ASCII that answer compare: as the platform does. Such text has no equivalent but itself, so that
 // its units decide. The strings are neither retained nor changed as long as they are looked at.
@@ -21,8 +28,6 @@ public:
     std::vector<std::size_t> ascending() const;
 
 private:
-    std::size_t commonPrefixLength() const;
-
     std::vector<StringView> texts_;
 };
 

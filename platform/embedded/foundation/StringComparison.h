@@ -23,4 +23,7 @@ struct FoldedText {
 // Decomposed canonically besides, unless the segments are to be single characters as they are.
 FoldedText foldedText(StringView text, bool isLiteral);
 
+// The characters of a text, decomposed canonically, with marks in canonical order.
+std::vector<char32_t> decomposedText(StringView text);
+
 } // namespace tessarin::embedded

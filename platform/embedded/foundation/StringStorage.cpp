@@ -251,7 +251,7 @@ std::string describe(NSRange range) {
     return "{" + std::to_string(range.location) + ", " + std::to_string(range.length) + "}";
 }
 
-void checkRange(NSRange range, std::size_t length, NSString self, SEL selector) {
+void checkRange(NSRange range, std::size_t length, NSObject self, SEL selector) {
     if (range.location > length || range.length > length - range.location) [[unlikely]]
         raiseFrom(NSRangeException(), self, selector,
                   "Range " + describe(range) + " out of bounds; string length " + std::to_string(length));

@@ -185,7 +185,7 @@ NSArray substrings(StringView text, const std::vector<NSRange>& ranges);
 // The wording of a range in an exception: {2, 3}.
 std::string describe(NSRange range);
 // Raises unless the range is within bounds.
-void checkRange(NSRange range, std::size_t length, NSString self, SEL selector);
+void checkRange(NSRange range, std::size_t length, NSObject self, SEL selector);
 // Raises when an argument is nil that may not be.
 inline void rejectNil(NSObject argument, NSObject self, SEL selector) {
     if (!argument) [[unlikely]]
@@ -194,6 +194,7 @@ inline void rejectNil(NSObject argument, NSObject self, SEL selector) {
 
 // Rows of NSString's table, in the file of each subject.
 std::vector<MethodRow> stringComparisonMethods();
+std::vector<MethodRow> stringLocalizedComparisonMethods();
 std::vector<MethodRow> stringSearchingMethods();
 std::vector<MethodRow> stringNumberMethods();
 std::vector<MethodRow> stringPathMethods();

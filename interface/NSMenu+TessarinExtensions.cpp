@@ -1,0 +1,76 @@
+// Menus: the states of all items, and the first separator.
+#include "TessarinFoundation/NSMenu+TessarinExtensions.h"
+
+#include "TessarinPlatform/Definition.h"
+#include "TessarinPlatform/Retained.h"
+
+#include <iterator>
+#include <vector>
+
+using namespace tessarin;
+
+namespace {
+
+// The walk over one of the menus that are open inside each other. The items are kept, since an item's own
+// code may let go of its menu.
+struct Level {
+    explicit Level(NSMenu menu) : items(retain(menu.itemArray())), place(items.begin()) {}
+
+    Retained<NSArray> items;
+    FastEnumerator place;
+};
+
+void setStateOfAllItems(NSMenu self, SEL, NSInteger state);
+
+// Whether a submenu would do with the message what the walk does, so that it can do so itself, without a
+// frame on the stack for each level.
+bool isWalkedLikeThis(NSMenu submenu) {
+    return runtime::lookUp(submenu.object(), "tessarin_setStateOfAllItems:"_sel)
+           == reinterpret_cast<Implementation>(setStateOfAllItems);
+}
+
+void setStateOfAllItems(NSMenu self, SEL, NSInteger state) {
+    std::vector<Level> levels;
+    levels.emplace_back(self);
+    while (!levels.empty()) {
+        FastEnumerator& place = levels.back().place;
+        if (place == std::default_sentinel) {
+            levels.pop_back();
+            if (!levels.empty()) ++levels.back().place;
+            continue;
+        }
+        const NSMenuItem item = *place;
+        const NSMenu submenu = item.submenu();
+        if (submenu && isWalkedLikeThis(submenu)) {
+            levels.emplace_back(submenu);
+            continue;
+        }
+        if (submenu)
+            tessarin_setStateOfAllItems(submenu, state);
+        else
+            item.setState(state);
+        ++place;
+    }
+}
+
+// -1 is what the menu itself answers for an item that it does not have, which is meant.
+NSInteger indexOfSeparatorItem(NSMenu self, SEL) {
+    for (const NSMenuItem item : self.itemArray())
+        if (item.isSeparatorItem()) return self.indexOfItem(item);
+    return -1;
+}
+
+const ExtensionGroup group{"NSMenu",
+                           "TessarinExtensions",
+                           {instanceMethod("tessarin_setStateOfAllItems:", setStateOfAllItems),
+                            instanceMethod("tessarin_indexOfSeparatorItem", indexOfSeparatorItem)}};
+
+} // namespace
+
+void tessarin_setStateOfAllItems(NSMenu receiver, NSInteger state) {
+    send<void>(receiver, "tessarin_setStateOfAllItems:"_sel, state);
+}
+
+NSInteger tessarin_indexOfSeparatorItem(NSMenu receiver) {
+    return send<NSInteger>(receiver, "tessarin_indexOfSeparatorItem"_sel);
+}
