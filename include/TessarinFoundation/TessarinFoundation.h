@@ -10,3 +10,8 @@
 #include "TessarinFoundation/TSSRAudio.h"
 #include "TessarinFoundation/TSSRTransformedValue.h"
 #include "TessarinFoundation/TSSRUniqueIndexer.h"
+
+// Of the interface, which not every Objective-C Foundation comes with.
+#if !defined(__OBJC__) || __has_include(<AppKit/NSColor.h>)
+#    include "TessarinFoundation/NSColor+TessarinExtensions.h"
+#endif

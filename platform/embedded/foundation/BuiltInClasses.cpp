@@ -35,6 +35,9 @@ ClassDescription describeNSKeyedArchiver();
 ClassDescription describeNSKeyedUnarchiver();
 ClassDescription describeKeyedArchiverUID();
 ClassDescription describeNSBundle();
+ClassDescription describeNSScanner();
+ClassDescription describeNSColor();
+ClassDescription describeNSColorSpace();
 
 const BuiltInClass builtInClasses[] = {
     {"NSObject", describeNSObject},
@@ -66,6 +69,9 @@ const BuiltInClass builtInClasses[] = {
     {"NSKeyedUnarchiver", describeNSKeyedUnarchiver},
     {"CFKeyedArchiverUID", describeKeyedArchiverUID},
     {"NSBundle", describeNSBundle},
+    {"NSScanner", describeNSScanner},
+    {"NSColor", describeNSColor},
+    {"NSColorSpace", describeNSColorSpace},
 };
 const std::size_t builtInClassCount = std::size(builtInClasses);
 

@@ -21,4 +21,9 @@ struct FoldedText {
 // Decomposed canonically besides, unless the segments are to be single characters as they are.
 FoldedText foldedText(StringView text, bool isLiteral);
 
+// Where a text stands that is not empty, whatever its letter case: at the start or the end only with
+// NSAnchoredSearch, in the same normal form only with NSLiteralSearch. The location is NSNotFound when it
+// does not.
+NSRange findFolded(StringView text, StringView searched, NSStringCompareOptions options);
+
 } // namespace tessarin::embedded
