@@ -73,7 +73,7 @@ public:
         return send<NSColor>(classObject(), "colorWithCatalogName:colorName:"_sel, listName, colorName);
     }
     // A colour that is a picture: it has no components and cannot be converted. The embedded platform has no
-    // pictures and takes any object for one.
+    // pictures; it takes any object for one, and cannot archive it.
     static NSColor colorWithPatternImage(NSObject image) {
         return send<NSColor>(classObject(), "colorWithPatternImage:"_sel, image);
     }

@@ -7,7 +7,7 @@ namespace tessarin {
 
 // Each scan skips white space and line breaks first, answers whether it found what it wants, and moves the
 // location behind it. One that finds nothing leaves the location and the result as they were; a result that
-// is not wanted is given as null. The string is copied.
+// is not wanted is given as null, but for scanHexInt's, which GNUstep wants. The string is copied.
 class NSScanner : public Handle<NSScanner, "NSScanner", NSObject> {
 public:
     using Handle::Handle;

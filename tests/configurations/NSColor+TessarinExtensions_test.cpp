@@ -1,4 +1,5 @@
 // Colours as configurations and as hexadecimal strings, and back.
+#include "Colors.h"
 #include "OwnColor.h"
 
 #include "../strings/StringSubclass.h"
@@ -10,29 +11,9 @@
 namespace tessarin::testing {
 namespace {
 
-using Components = std::vector<CGFloat>;
-
-class ColorTest : public PlatformTest {
-protected:
-    static NSColor calibrated(CGFloat red, CGFloat green, CGFloat blue, CGFloat alpha = 1) {
-        return NSColor::colorWithCalibratedRed_green_blue_alpha(red, green, blue, alpha);
-    }
-    static NSColor ofHSB(CGFloat hue, CGFloat saturation, CGFloat brightness, CGFloat alpha = 1) {
-        return NSColor::colorWithCalibratedHue_saturation_brightness_alpha(hue, saturation, brightness,
-                                                                           alpha);
-    }
-    static Components rgbOf(NSColor color) {
-        return {color.redComponent(), color.greenComponent(), color.blueComponent(), color.alphaComponent()};
-    }
-    static Components hsbOf(NSColor color) {
-        return {color.hueComponent(), color.saturationComponent(), color.brightnessComponent(),
-                color.alphaComponent()};
-    }
-};
-
 // ---- The colour that is read
 
-class ColorToReadTest : public ColorTest {};
+class ColorToReadTest : public PlatformTest {};
 
 TEST_F(ColorToReadTest, IsTheReceiverInTheGenericSpace) {
     const NSColor color = OwnColor::make({.space = NSColorSpace::genericRGBColorSpace(), .green = 1});
@@ -93,8 +74,7 @@ TEST_F(ColorToReadTest, WhatANamedColourRaisesPassesThrough) {
 }
 
 TEST_F(ColorToReadTest, WhatAPatternRaisesPassesThrough) {
-    const NSColor pattern =
-        NSColor::colorWithPatternImage(adopt(NSObject::classObject().alloc()).autorelease());
+    const NSColor pattern = patternColor();
     EXPECT_THROWS_NAMED(tessarin_hexadecimalRGBStringWithAlpha(pattern, true), "NSInvalidArgumentException");
     EXPECT_THROWS_NAMED(tessarin_configuration(pattern), "NSInvalidArgumentException");
 }
@@ -106,7 +86,7 @@ TEST_F(ColorToReadTest, ANilColourAnswersNil) {
 
 // ---- Configurations
 
-class ColorConfigurationTest : public ColorTest {
+class ColorConfigurationTest : public PlatformTest {
 protected:
     // The four values; a configuration that holds anything else fails.
     static std::vector<float> valuesOf(NSDictionary configuration) {
@@ -269,7 +249,7 @@ TEST_F(ColorConfigurationTest, ResultsAreAutoreleased) {
 
 // ---- Hexadecimal strings, written
 
-class HexadecimalStringTest : public ColorTest {
+class HexadecimalStringTest : public PlatformTest {
 protected:
     static std::string written(NSColor color, bool alpha = false) {
         return text(tessarin_hexadecimalRGBStringWithAlpha(color, alpha));

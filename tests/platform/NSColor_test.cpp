@@ -1,32 +1,14 @@
+#include "Colors.h"
 #include "KeyedCoding.h"
-#include "PlatformTest.h"
-
-#include <array>
 
 namespace tessarin::testing {
 namespace {
 
-using Components = std::vector<CGFloat>;
-
 class NSColorTest : public PlatformTest {
 protected:
-    static NSColor calibrated(CGFloat red, CGFloat green, CGFloat blue, CGFloat alpha = 1) {
-        return NSColor::colorWithCalibratedRed_green_blue_alpha(red, green, blue, alpha);
-    }
-    static NSColor ofHSB(CGFloat hue, CGFloat saturation, CGFloat brightness, CGFloat alpha = 1) {
-        return NSColor::colorWithCalibratedHue_saturation_brightness_alpha(hue, saturation, brightness,
-                                                                           alpha);
-    }
     static NSColor inSpace(NSColorSpace space, const Components& components) {
         return NSColor::colorWithColorSpace_components_count(space, components.data(),
                                                              static_cast<NSInteger>(components.size()));
-    }
-    static Components rgbOf(NSColor color) {
-        return {color.redComponent(), color.greenComponent(), color.blueComponent(), color.alphaComponent()};
-    }
-    static Components hsbOf(NSColor color) {
-        return {color.hueComponent(), color.saturationComponent(), color.brightnessComponent(),
-                color.alphaComponent()};
     }
     static void expectNear(const Components& found, const Components& expected) {
         ASSERT_EQ(found.size(), expected.size());
@@ -34,9 +16,8 @@ protected:
             EXPECT_NEAR(found[index], expected[index], 1e-12) << "component " << index;
     }
 
-    const NSColor named_ = NSColor::colorWithCatalogName_colorName("System"_ns, "labelColor"_ns);
-    const NSColor pattern_ =
-        NSColor::colorWithPatternImage(adopt(NSObject::classObject().alloc()).autorelease());
+    const NSColor named_ = NSColor::colorWithCatalogName_colorName("Acme"_ns, "accent"_ns);
+    const NSColor pattern_ = patternColor();
     const NSColor gray_ = NSColor::colorWithCalibratedWhite_alpha(0.25, 0.5);
     const NSColor cmyk_ =
         NSColor::colorWithDeviceCyan_magenta_yellow_black_alpha(0.25, 0.5, 0.75, 0.125, 0.5);
@@ -142,7 +123,7 @@ TEST_F(NSColorTest, TheReasonNamesOperationAndColour) {
     std::string reason;
     attempt([&] { static_cast<void>(named_.colorSpace()); },
             [&](NSException exception) { reason = text(exception.reason()); });
-    EXPECT_EQ(reason, "*** -colorSpace not valid for the NSColor Catalog color: System labelColor; need to "
+    EXPECT_EQ(reason, "*** -colorSpace not valid for the NSColor Catalog color: Acme accent; need to "
                       "first convert colorspace.");
     attempt([&] { static_cast<void>(gray_.redComponent()); },
             [&](NSException exception) { reason = text(exception.reason()); });
@@ -305,11 +286,11 @@ TEST_F(NSColorTest, AZeroOfEitherSignIsTheSame) {
 }
 
 TEST_F(NSColorTest, EqualNamesAreEqualColours) {
-    const NSColor same = NSColor::colorWithCatalogName_colorName("System"_ns, "labelColor"_ns);
+    const NSColor same = NSColor::colorWithCatalogName_colorName("Acme"_ns, "accent"_ns);
     EXPECT_TRUE(named_.isEqual(same));
     EXPECT_EQ(named_.hash(), same.hash());
-    EXPECT_FALSE(named_.isEqual(NSColor::colorWithCatalogName_colorName("System"_ns, "textColor"_ns)));
-    EXPECT_FALSE(named_.isEqual(NSColor::colorWithCatalogName_colorName("Other"_ns, "labelColor"_ns)));
+    EXPECT_FALSE(named_.isEqual(NSColor::colorWithCatalogName_colorName("Acme"_ns, "text"_ns)));
+    EXPECT_FALSE(named_.isEqual(NSColor::colorWithCatalogName_colorName("Other"_ns, "accent"_ns)));
 }
 
 TEST_F(NSColorTest, ACopyIsTheColourItself) {
@@ -324,17 +305,19 @@ TEST_F(NSColorTest, ShowsSpaceAndComponents) {
     EXPECT_EQ(text(calibrated(1.0 / 3, 0, 1e-7).description()),
               "NSCalibratedRGBColorSpace 0.333333 0 1e-07 1");
     EXPECT_EQ(text(gray_.description()), "NSCalibratedWhiteColorSpace 0.25 0.5");
-    EXPECT_EQ(text(named_.description()), "Catalog color: System labelColor");
+    EXPECT_EQ(text(named_.description()), "Catalog color: Acme accent");
     EXPECT_EQ(text(inSpace(NSColorSpace::genericCMYKColorSpace(), {0, 0.5, 1, 0, 1}).description()),
               "Generic CMYK colorspace 0 0.5 1 0 1");
 }
 
 TEST_F(NSColorTest, ComesBackFromArchives) {
-    for (const NSColor color : {calibrated(1, 0.5, 0.25, 0.75), calibrated(0, 1, 0), gray_, cmyk_,
+    for (const NSColor color : {calibrated(1, 0.5, 0.25, 0.75), calibrated(0, 1, 0), gray_,
                                 NSColor::colorWithDeviceRed_green_blue_alpha(0.125, 0.5, 0.25, 1),
                                 NSColor::colorWithDeviceWhite_alpha(0.75, 1)})
         expectKeyedCoding(color);
 }
+
+TEST_F(NSColorTest, InkComesBackFromArchives) { expectKeyedCoding(cmyk_); }
 
 TEST_F(NSColorTest, NamedColoursComeBackFromArchives) { expectKeyedCoding(named_); }
 

@@ -86,7 +86,7 @@ TEST_F(NSScannerTest, LongHexadecimalNumbers) {
 
 TEST_F(NSScannerTest, AResultThatIsNotWantedIsLeftOut) {
     const NSScanner scanner = over("FF 7 8 9 1.5 abc abc def");
-    EXPECT_TRUE(scanner.scanHexInt(nullptr));
+    EXPECT_TRUE(scanner.scanHexLongLong(nullptr));
     EXPECT_TRUE(scanner.scanInt(nullptr));
     EXPECT_TRUE(scanner.scanInteger(nullptr));
     EXPECT_TRUE(scanner.scanLongLong(nullptr));
@@ -339,7 +339,7 @@ TEST_F(NSScannerTest, ManyScansCostWhatTheyRead) {
     for (const NSString each : {string, StringSubclass::make(StringSubclass::classObject(), string)}) {
         const NSScanner scanner = NSScanner::scannerWithString(each);
         int count = 0;
-        for (; scanner.scanHexInt(nullptr); ++count) {
+        for (unsigned value = 0; scanner.scanHexInt(&value); ++count) {
             scanner.scanUpToString_intoString(","_ns, nullptr);
             scanner.scanString_intoString(","_ns, nullptr);
         }

@@ -17,7 +17,6 @@ NSString customSpaceKey() { return "NSCustomColorSpace"_ns; }
 NSString customComponentsKey() { return "NSComponents"_ns; }
 NSString listNameKey() { return "NSCatalogName"_ns; }
 NSString colorNameKey() { return "NSColorName"_ns; }
-NSString imageKey() { return "NSImage"_ns; }
 
 // What stands under NSColorSpace.
 enum ArchivedKind : int {
@@ -26,8 +25,7 @@ enum ArchivedKind : int {
     calibratedWhite = 3,
     deviceWhite = 4,
     deviceCMYK = 5,
-    named = 6,
-    pattern = 10
+    named = 6
 };
 
 ArchivedKind archivedKindOf(ColorSpaceKind space) {
@@ -107,10 +105,8 @@ void encodeWithCoder(NSColor self, SEL selector, NSCoder coder) {
         coder.encodeInt_forKey(named, spaceKey());
         coder.encodeObject_forKey(storage.listName, listNameKey());
         coder.encodeObject_forKey(storage.colorName, colorNameKey());
-    } else if (storage.image) {
-        coder.encodeInt_forKey(pattern, spaceKey());
-        coder.encodeObject_forKey(storage.image, imageKey());
     } else {
+        // The platform has no pictures, and what stands for one may be any object.
         raiseFrom(NSInvalidArchiveOperationException(), self, selector, "the colour has no components");
     }
 }
@@ -162,10 +158,6 @@ bool readColor(ColorStorage& storage, NSCoder coder) {
         storage.listName = decodeName(coder, listNameKey());
         storage.colorName = decodeName(coder, colorNameKey());
         return storage.listName && storage.colorName;
-    }
-    if (kind == pattern) {
-        storage.image = retain(NSObject(coder.decodeObjectForKey(imageKey())));
-        return static_cast<bool>(storage.image);
     }
     const auto custom = kindOfColorSpace(kindOf<NSColorSpace>(coder.decodeObjectForKey(customSpaceKey())));
     if (custom && coder.containsValueForKey(customComponentsKey()))
