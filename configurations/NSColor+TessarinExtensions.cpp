@@ -1,12 +1,11 @@
 // Colours: configurations and hexadecimal strings.
 #include "TessarinFoundation/NSColor+TessarinExtensions.h"
 
+#include "TessarinPlatform/ColorReading.h"
 #include "TessarinPlatform/Definition.h"
 #include "TessarinPlatform/NSNumber.h"
-#include "TessarinPlatform/NSScanner.h"
 
-#include <algorithm>
-#include <bit>
+#include <array>
 #include <cstdint>
 #include <iterator>
 #include <limits>
@@ -38,7 +37,7 @@ NSNumber onScale(CGFloat component, CGFloat scale) {
 }
 CGFloat offScale(NSDictionary configuration, NSString key, CGFloat scale) {
     const NSNumber value = configuration.objectForKey(key); // or a string, which answers floatValue too
-    return CGFloat{value.floatValue()} / scale;
+    return static_cast<CGFloat>(value.floatValue()) / scale;
 }
 
 NSDictionary configuration(NSColor self, SEL) {
@@ -75,33 +74,50 @@ std::int32_t byteOf(CGFloat component) {
 // digits as it needs.
 char* writeByte(char* place, std::int32_t byte) {
     const auto bits = static_cast<std::uint32_t>(byte);
-    const int digits = std::max(2, (static_cast<int>(std::bit_width(bits)) + 3) / 4);
-    for (int digit = digits; digit-- > 0;) *place++ = "0123456789ABCDEF"[bits >> 4 * digit & 0xF];
+    constexpr char digits[] = "0123456789ABCDEF";
+    if (bits > 0xFF) [[unlikely]]
+        for (int shift = 28; shift >= 8; shift -= 4)
+            if (bits >> shift != 0) *place++ = digits[bits >> shift & 0xF];
+    *place++ = digits[bits >> 4 & 0xF];
+    *place++ = digits[bits & 0xF];
     return place;
 }
 constexpr std::size_t mostDigits = 8;
 
+// Alpha is asked for only where it is wanted.
+RGBAComponents componentsOf(NSColor color, bool alpha) {
+    if (const auto components = genericRGBComponents(color)) return *components;
+    const NSColor read = colorToRead(color);
+    const CGFloat red = read.redComponent();
+    const CGFloat green = read.greenComponent();
+    const CGFloat blue = read.blueComponent();
+    return {red, green, blue, alpha ? read.alphaComponent() : 0};
+}
+
 NSString hexadecimalRGBStringWithAlpha(NSColor self, SEL, BOOL alpha) {
-    const NSColor color = colorToRead(self);
-    const std::int32_t red = byteOf(color.redComponent());
-    const std::int32_t green = byteOf(color.greenComponent());
-    const std::int32_t blue = byteOf(color.blueComponent());
+    const RGBAComponents components = componentsOf(self, alpha != NO);
     char text[4 * mostDigits];
-    char* end = writeByte(writeByte(writeByte(text, red), green), blue);
-    if (alpha != NO) end = writeByte(end, byteOf(color.alphaComponent()));
+    char* end = writeByte(text, byteOf(components.red));
+    end = writeByte(end, byteOf(components.green));
+    end = writeByte(end, byteOf(components.blue));
+    if (alpha != NO) end = writeByte(end, byteOf(components.alpha));
     return NSString(std::string_view(text, end));
 }
 
-CGFloat componentOf(unsigned byte) { return static_cast<float>(byte) / 255.0F; }
+// The component that each byte stands for.
+constexpr auto byteComponents = [] {
+    std::array<float, 256> components{};
+    for (std::size_t byte = 0; byte < components.size(); ++byte)
+        components[byte] = static_cast<float>(byte) / 255.0F;
+    return components;
+}();
+CGFloat componentOf(unsigned byte) { return static_cast<CGFloat>(byteComponents[byte & 0xFF]); }
 
 NSColor colorWithHexadecimalRGBAString(Class self, SEL, NSString string) {
     if (!string) return nil;
-    unsigned value = 0;
-    // What begins with no number leaves it 0.
-    NSScanner::scannerWithString(string).scanHexInt(&value);
+    const unsigned value = scannedHexInt(string);
     return send<NSColor>(self, "colorWithCalibratedRed:green:blue:alpha:"_sel, componentOf(value >> 24),
-                         componentOf(value >> 16 & 255), componentOf(value >> 8 & 255),
-                         componentOf(value & 255));
+                         componentOf(value >> 16), componentOf(value >> 8), componentOf(value));
 }
 
 const ExtensionGroup group{

@@ -166,7 +166,7 @@ TEST_F(ColorConfigurationTest, ThatIsStoredIsRead) {
     const NSDictionary stored = NSPropertyListSerialization::propertyListWithData_options_format_error(
         data, NSPropertyListImmutable, nullptr, nullptr);
     const Components found = hsbOf(read(stored));
-    EXPECT_EQ(found[0], CGFloat{119.666664F} / 359);
+    EXPECT_EQ(found[0], static_cast<CGFloat>(119.666664F) / 359);
     EXPECT_EQ((Components{found.begin() + 1, found.end()}), (Components{0.5, 0.8, 0.75}));
 }
 
@@ -207,8 +207,9 @@ TEST_F(ColorConfigurationTest, NilOrEmptyGivesTransparentBlack) {
 
 TEST_F(ColorConfigurationTest, IsReadInSinglePrecisionAndDividedInThePlatforms) {
     tessarin_colorWithConfiguration(OwnColor::definedClass(), configuration(0.1, 1.0 / 3, 99.9, 1e-3));
-    EXPECT_EQ(OwnColor::madeOf, (Components{CGFloat{0.1F} / 359, CGFloat{1.0F / 3} / 100,
-                                            CGFloat{99.9F} / 100, CGFloat{1e-3F} / 100}));
+    EXPECT_EQ(OwnColor::madeOf,
+              (Components{static_cast<CGFloat>(0.1F) / 359, static_cast<CGFloat>(1.0F / 3) / 100,
+                          static_cast<CGFloat>(99.9F) / 100, static_cast<CGFloat>(1e-3F) / 100}));
 }
 
 TEST_F(ColorConfigurationTest, WhatLiesOutsideIsHandedOn) {
@@ -337,7 +338,7 @@ protected:
     static NSColor read(std::string_view string) {
         return tessarin_colorWithHexadecimalRGBAString(NSString(string));
     }
-    static CGFloat component(int byte) { return static_cast<float>(byte) / 255.0F; }
+    static CGFloat component(int byte) { return static_cast<CGFloat>(static_cast<float>(byte) / 255.0F); }
 };
 
 TEST_F(HexadecimalColorTest, OfEightDigits) {

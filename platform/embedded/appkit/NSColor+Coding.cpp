@@ -101,10 +101,10 @@ void encodeWithCoder(NSColor self, SEL selector, NSCoder coder) {
             coder.encodeObject_forKey(colorSpaceOfKind(space), customSpaceKey());
             encodeComponents(coder, storage, true, customComponentsKey());
         }
-    } else if (storage.colorName) {
+    } else if (storage.colorName()) {
         coder.encodeInt_forKey(named, spaceKey());
-        coder.encodeObject_forKey(storage.listName, listNameKey());
-        coder.encodeObject_forKey(storage.colorName, colorNameKey());
+        coder.encodeObject_forKey(storage.listName(), listNameKey());
+        coder.encodeObject_forKey(storage.colorName(), colorNameKey());
     } else {
         // The platform has no pictures, and what stands for one may be any object.
         raiseFrom(NSInvalidArchiveOperationException(), self, selector, "the colour has no components");
@@ -155,9 +155,12 @@ Retained<NSString> decodeName(NSCoder coder, NSString key) {
 bool readColor(ColorStorage& storage, NSCoder coder) {
     const int kind = coder.decodeIntForKey(spaceKey());
     if (kind == named) {
-        storage.listName = decodeName(coder, listNameKey());
-        storage.colorName = decodeName(coder, colorNameKey());
-        return storage.listName && storage.colorName;
+        Retained<NSString> listName = decodeName(coder, listNameKey());
+        Retained<NSString> colorName = decodeName(coder, colorNameKey());
+        if (!listName || !colorName) return false;
+        storage.other =
+            std::make_unique<NameOrPicture>(NameOrPicture{std::move(listName), std::move(colorName), nil});
+        return true;
     }
     const auto custom = kindOfColorSpace(kindOf<NSColorSpace>(coder.decodeObjectForKey(customSpaceKey())));
     if (custom && coder.containsValueForKey(customComponentsKey()))

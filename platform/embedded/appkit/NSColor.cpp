@@ -1,5 +1,6 @@
 // The embedded platform's NSColor: a value without a screen. The class operations make objects of NSColor
 // itself, whatever class derived from it they are sent to.
+#include "TessarinPlatform/ColorReading.h"
 #include "TessarinPlatform/Exceptions.h"
 #include "platform/embedded/appkit/ColorStorage.h"
 #include "platform/embedded/foundation/StringStorage.h"
@@ -28,7 +29,7 @@ Retained<NSColor> newColor(ColorSpaceKind space, const ColorComponents& componen
 }
 
 // What is no number becomes 0.
-CGFloat cut(CGFloat component) { return component > 0 ? component < 1 ? component : 1 : 0; }
+CGFloat cut(CGFloat component) { return std::min<CGFloat>(std::max<CGFloat>(0, component), 1); }
 
 template <ColorSpaceKind space>
 NSColor colorWithRGB(Class, SEL, CGFloat red, CGFloat green, CGFloat blue, CGFloat alpha) {
@@ -64,14 +65,14 @@ NSColor colorWithColorSpace(Class, SEL, NSColorSpace space, const CGFloat* compo
 NSColor colorWithCatalogName(Class, SEL, NSString listName, NSString colorName) {
     if (!listName || !colorName) return nil;
     Retained<NSColor> color = adopt(NSColor(createInstance("NSColor"_class)));
-    storageOf(color).listName = adopt(as<NSString>(listName.copy()));
-    storageOf(color).colorName = adopt(as<NSString>(colorName.copy()));
+    storageOf(color).other = std::make_unique<NameOrPicture>(
+        NameOrPicture{adopt(as<NSString>(listName.copy())), adopt(as<NSString>(colorName.copy())), nil});
     return color.autorelease();
 }
 NSColor colorWithPatternImage(Class, SEL, NSObject image) {
     if (!image) return nil;
     Retained<NSColor> color = adopt(NSColor(createInstance("NSColor"_class)));
-    storageOf(color).image = retain(image);
+    storageOf(color).other = std::make_unique<NameOrPicture>(NameOrPicture{nil, nil, retain(image)});
     return color.autorelease();
 }
 
@@ -108,8 +109,8 @@ NSString nameOf(ColorSpaceKind space) {
 NSString colorSpaceName(NSColor self, SEL) {
     const ColorStorage& storage = storageOf(self);
     if (storage.space) return nameOf(*storage.space);
-    if (storage.colorName) return NSNamedColorSpace();
-    return storage.image ? NSPatternColorSpace() : NSString();
+    if (storage.colorName()) return NSNamedColorSpace();
+    return storage.image() ? NSPatternColorSpace() : NSString();
 }
 
 std::optional<ColorSpaceKind> spaceOfName(NSString name) {
@@ -172,15 +173,15 @@ BOOL isEqual(NSColor self, SEL, NSObject object) {
     const ColorStorage& right = storageOf(other);
     if (left.space != right.space) return NO;
     if (left.space) return left.components == right.components && left.alpha == right.alpha;
-    if (left.colorName)
-        return left.colorName.isEqual(right.colorName) && left.listName.isEqual(right.listName);
-    return left.image && left.image == right.image;
+    if (left.colorName())
+        return left.colorName().isEqual(right.colorName()) && left.listName().isEqual(right.listName());
+    return left.image() && left.image() == right.image();
 }
 
 NSUInteger hash(NSColor self, SEL selector) {
     const ColorStorage& storage = storageOf(self);
-    if (storage.colorName) return storage.colorName.hash();
-    if (storage.image) return std::bit_cast<NSUInteger>(storage.image.object());
+    if (storage.colorName()) return storage.colorName().hash();
+    if (storage.image()) return std::bit_cast<NSUInteger>(storage.image().object());
     if (!storage.space) return sendSuper<NSUInteger>(self, NSColor::classObject(), selector);
     auto result = static_cast<NSUInteger>(*storage.space);
     const auto add = [&](CGFloat component) {
@@ -213,14 +214,14 @@ NSString description(NSColor self, SEL selector) {
         appendNumber(text, storage.alpha);
         return makeLatin1(text);
     }
-    if (storage.colorName)
-        return "Catalog color: "_ns.stringByAppendingString(storage.listName)
+    if (storage.colorName())
+        return "Catalog color: "_ns.stringByAppendingString(storage.listName())
             .stringByAppendingString(" "_ns)
-            .stringByAppendingString(storage.colorName);
-    if (!storage.image) return sendSuper<NSString>(self, NSColor::classObject(), selector);
+            .stringByAppendingString(storage.colorName());
+    if (!storage.image()) return sendSuper<NSString>(self, NSColor::classObject(), selector);
     // The picture itself may be a colour, of another picture, and so on.
     return NSString(std::string("NSPatternColorSpace ")
-                    + runtime::className(runtime::classOf(storage.image.object())));
+                    + runtime::className(runtime::classOf(storage.image().object())));
 }
 
 } // namespace
@@ -268,3 +269,14 @@ ClassDescription describeNSColor() {
 }
 
 } // namespace tessarin::embedded
+
+namespace tessarin {
+
+std::optional<RGBAComponents> genericRGBComponents(NSColor color) {
+    if (!color || color.object()->isa != "NSColor"_class.object()) return {};
+    const embedded::ColorStorage& storage = embedded::storageOf(color);
+    if (storage.space != embedded::ColorSpaceKind::genericRGB) return {};
+    return RGBAComponents{storage.components[0], storage.components[1], storage.components[2], storage.alpha};
+}
+
+} // namespace tessarin

@@ -1,5 +1,6 @@
 // The embedded platform's NSScanner. A scan costs what it reads, however long the string is.
 #include "TessarinPlatform/NSScanner.h"
+#include "TessarinPlatform/ColorReading.h"
 #include "platform/embedded/foundation/CharacterSetStorage.h"
 #include "platform/embedded/foundation/NumberReading.h"
 #include "platform/embedded/foundation/StringComparison.h"
@@ -232,3 +233,17 @@ ClassDescription describeNSScanner() {
 }
 
 } // namespace tessarin::embedded
+
+namespace tessarin {
+
+unsigned scannedHexInt(NSString string) {
+    using namespace embedded;
+    const Contents text = contentsOf(string);
+    std::size_t place = 0;
+    // Most begin with a digit, which is no white space.
+    if (text.isEmpty() || hexadecimalDigit(text[0]) < 0)
+        place = endOfCharacters(text, 0, NSCharacterSet::whitespaceAndNewlineCharacterSet(), true);
+    return readHexadecimal<unsigned>(text, place).value_or(0);
+}
+
+} // namespace tessarin
