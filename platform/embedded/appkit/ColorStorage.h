@@ -22,7 +22,7 @@ struct NameOrPicture {
 // neither and answer for itself.
 struct ColorStorage {
     std::optional<ColorSpaceKind> space;
-    ColorComponents components = {};
+    ColorComponents components; // where there is a space
     CGFloat alpha = 1;
     // What it was made of, which the components of a grey no longer tell.
     std::optional<HSB> hsb;

@@ -7,6 +7,7 @@
 #include "platform/services/Utf8.h"
 
 #include <algorithm>
+#include <array>
 
 namespace tessarin::embedded {
 namespace {
@@ -83,11 +84,17 @@ BOOL isAtEnd(NSScanner self, SEL) {
 
 // ---- Numbers
 
-int hexadecimalDigit(char16_t unit) {
-    if (isDecimalDigit(unit)) return unit - '0';
-    const auto lowerCase = static_cast<char16_t>(unit | 0x20);
-    return lowerCase >= 'a' && lowerCase <= 'f' ? lowerCase - 'a' + 10 : -1;
-}
+// The value of each digit, -1 for every other unit of ASCII.
+constexpr auto digitValues = [] {
+    std::array<std::int8_t, 128> values{};
+    values.fill(-1);
+    for (int value = 0; value < 16; ++value) {
+        values[static_cast<std::size_t>("0123456789ABCDEF"[value])] = static_cast<std::int8_t>(value);
+        values[static_cast<std::size_t>("0123456789abcdef"[value])] = static_cast<std::int8_t>(value);
+    }
+    return values;
+}();
+int hexadecimalDigit(char16_t unit) { return unit < digitValues.size() ? digitValues[unit] : -1; }
 
 // The prefix counts as one only where a digit follows it: 0x alone is the number 0 and then an x.
 template <class Integer>
@@ -99,14 +106,13 @@ std::optional<Integer> readHexadecimal(StringView text, std::size_t& place) {
         if (digitAt(place) == 0 && digitAt(place + 2) >= 0 && (units[place + 1] | 0x20) == 'x') place += 2;
         int digit = digitAt(place);
         if (digit < 0) return {};
-        constexpr Integer largest = std::numeric_limits<Integer>::max();
-        Integer value = 0;
-        bool isTooLarge = false;
+        using Limits = std::numeric_limits<Integer>;
+        Integer value = 0, lost = 0; // what goes out at the top
         for (; digit >= 0; digit = digitAt(++place)) {
-            isTooLarge = isTooLarge || value > largest >> 4;
-            value = static_cast<Integer>(value << 4 | static_cast<Integer>(digit));
+            lost |= value >> (Limits::digits - 4);
+            value = value << 4 | static_cast<Integer>(digit);
         }
-        return isTooLarge ? largest : value;
+        return lost ? Limits::max() : value;
     });
 }
 
