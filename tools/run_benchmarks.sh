@@ -40,6 +40,7 @@ native=(
     'SortDescriptors/(Name|LengthAndName)/1000$'
     SortDescriptorConfiguration
     AttributedString
+    Color/
 )
 for ((round = 1; round <= rounds; ++round)); do
     echo "Round $round of $rounds"

@@ -16,7 +16,14 @@ inline NSString NSNamedColorSpace() { return "NSNamedColorSpace"_ns; }
 inline NSString NSPatternColorSpace() { return "NSPatternColorSpace"_ns; }
 
 // Components are from 0 to 1. The class operations that name a calibrated or device space cut what lies
-// outside to 0 or 1; only colorWithColorSpace_components_count keeps it.
+// outside to 0 or 1; only colorWithColorSpace_components_count keeps it. All of them answer colours of the
+// platform's own classes, also where they are sent to a class derived from NSColor.
+//
+// A colour that was made of hue, saturation and brightness hands out these, also where its red, green and
+// blue no longer tell them. Any other red has the hue 1.
+//
+// Colours conform to NSCopying and to NSCoding. A named or pattern colour equals one of the same names or the
+// same picture.
 class NSColor : public Handle<NSColor, "NSColor", NSObject> {
 public:
     using Handle::Handle;
@@ -60,12 +67,13 @@ public:
         return send<NSColor>(classObject(), "colorWithColorSpace:components:count:"_sel, space, components,
                              count);
     }
-    // A named colour of a list of colours, nil for an unknown name. It has no components of its own.
+    // A named colour of a list of colours. It has no components of its own. The embedded platform has no
+    // lists: it takes every name but nil, which gives nil, and cannot convert the colour.
     static NSColor colorWithCatalogName_colorName(NSString listName, NSString colorName) {
         return send<NSColor>(classObject(), "colorWithCatalogName:colorName:"_sel, listName, colorName);
     }
     // A colour that is a picture: it has no components and cannot be converted. The embedded platform has no
-    // pictures and takes any object for one.
+    // pictures; it takes any object for one, and cannot archive it.
     static NSColor colorWithPatternImage(NSObject image) {
         return send<NSColor>(classObject(), "colorWithPatternImage:"_sel, image);
     }

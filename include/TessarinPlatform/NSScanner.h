@@ -7,7 +7,7 @@ namespace tessarin {
 
 // Each scan skips white space and line breaks first, answers whether it found what it wants, and moves the
 // location behind it. One that finds nothing leaves the location and the result as they were; a result that
-// is not wanted is given as null. The string is copied.
+// is not wanted is given as null, but for scanHexInt's, which GNUstep wants. The string is copied.
 class NSScanner : public Handle<NSScanner, "NSScanner", NSObject> {
 public:
     using Handle::Handle;
@@ -30,10 +30,16 @@ public:
     void setCharactersToBeSkipped(NSCharacterSet characters) const {
         send<void>(*this, "setCharactersToBeSkipped:"_sel, characters);
     }
+    // Whether letter case counts where strings are scanned, which it does not at first.
+    bool caseSensitive() const { return send<BOOL>(*this, "caseSensitive"_sel) != NO; }
+    void setCaseSensitive(bool counts) const {
+        send<void>(*this, "setCaseSensitive:"_sel, static_cast<BOOL>(counts));
+    }
     // Whether nothing but what is skipped is left.
     bool isAtEnd() const { return send<BOOL>(*this, "isAtEnd"_sel) != NO; }
 
     // Hexadecimal digits, with 0x or 0X before them or without; a number that is too large gives the largest.
+    // All digits are scanned, however many there are. 0x without a digit behind it is the number 0.
     bool scanHexInt(unsigned* result) const { return send<BOOL>(*this, "scanHexInt:"_sel, result) != NO; }
     bool scanHexLongLong(unsigned long long* result) const {
         return send<BOOL>(*this, "scanHexLongLong:"_sel, result) != NO;
@@ -44,9 +50,11 @@ public:
     bool scanLongLong(long long* result) const {
         return send<BOOL>(*this, "scanLongLong:"_sel, result) != NO;
     }
-    // A decimal number with a full stop for its point, whatever the locale.
+    // A decimal number with a full stop for its point, whatever the locale. One that is too large is
+    // infinite.
     bool scanDouble(double* result) const { return send<BOOL>(*this, "scanDouble:"_sel, result) != NO; }
-    // Results are autoreleased.
+    // Results are autoreleased and not empty. Up to a string or characters that do not come, everything is
+    // scanned.
     bool scanString_intoString(NSString string, NSString* result) const {
         return send<BOOL>(*this, "scanString:intoString:"_sel, string, result) != NO;
     }

@@ -4,6 +4,7 @@
 #include "TessarinPlatform/AudioComponent.h"
 #include "TessarinPlatform/AutoreleasePool.h"
 #include "TessarinPlatform/Block.h"
+#include "TessarinPlatform/ColorReading.h"
 #include "TessarinPlatform/Comparison.h"
 #include "TessarinPlatform/Definition.h"
 #include "TessarinPlatform/Exceptions.h"

@@ -1,7 +1,6 @@
-// Between the platform's strings and those of the standard library, by messages that every platform's
-// NSString answers.
+// From the platform's strings to those of the standard library, by messages that every platform's NSString
+// answers.
 #include "TessarinPlatform/NSString.h"
-#include "platform/services/ExactStrings.h"
 #include "platform/services/Utf8.h"
 
 namespace tessarin {
@@ -17,10 +16,6 @@ std::string encoded(const unichar* units, NSUInteger length) {
 }
 
 } // namespace
-
-NSString::NSString(std::string_view utf8) : NSString(exactString(utf8).autorelease()) {}
-
-NSString::NSString(std::u16string_view units) : NSString(exactString(units).autorelease()) {}
 
 NSString::operator std::string() const {
     const NSUInteger length = this->length();

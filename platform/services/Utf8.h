@@ -62,6 +62,11 @@ inline bool isContinuation(unsigned char byte) { return (byte & 0xC0) == 0x80; }
 
 } // namespace detail
 
+inline bool isAscii(std::string_view text) {
+    return detail::asciiPrefix(reinterpret_cast<const unsigned char*>(text.data()), text.size())
+           == text.size();
+}
+
 // The length of the well-formed sequence of more than one byte at the start of a text, and its character; 0
 // when there is none. Overlong forms, surrogates and what lies beyond U+10FFFF are ill-formed.
 inline std::size_t multiByte(const unsigned char* bytes, std::size_t length, char32_t& character) {

@@ -75,6 +75,23 @@ TEST_F(ConcurrentTest, SizesAndDurations) {
     });
 }
 
+TEST_F(ConcurrentTest, Colors) {
+    const Retained<NSColor> shared =
+        retain(NSColor::colorWithCalibratedHue_saturation_brightness_alpha(0.25, 0.5, 0.75, 1));
+    const Retained<NSDictionary> configuration = retain(tessarin_configuration(shared));
+    onManyThreads(300, [&] {
+        const NSColor red = tessarin_colorWithHexadecimalRGBAString("0xFF0000FF"_ns);
+        const NSColor read = tessarin_colorWithConfiguration(configuration);
+        return difference(text(tessarin_hexadecimalRGBStringWithAlpha(red, true)), "FF0000FF")
+               + difference(text(tessarin_hexadecimalRGBStringWithAlpha(shared, false)), "8FBF5F")
+               + difference(text(tessarin_hexadecimalRGBStringWithAlpha(
+                                NSColor::colorWithDeviceWhite_alpha(1, 1), false)),
+                            "FFFFFF")
+               + (read.hueComponent() == 0.25 ? "" : "another hue")
+               + (tessarin_configuration(read).isEqual(configuration) ? "" : "another configuration");
+    });
+}
+
 TEST_F(ConcurrentTest, AudioDescriptionsAndComponents) {
     const AudioComponentDescription description{0x61756678, 0x636F6E63, 0x54535430, 0, 0};
     const AudioStreamBasicDescription format{44100.0, 0x6C70636D, 9, 8, 1, 8, 2, 32, 0};

@@ -118,6 +118,16 @@ NSObject urls() {
     return NSArray::arrayOf(NSURL::URLWithString("http://example.com/a%20b?c#d"_ns),
                             NSURL::fileURLWithPath_isDirectory("/a b/c"_ns, false));
 }
+NSObject colors() {
+    return NSArray::arrayOf(NSColor::colorWithCalibratedRed_green_blue_alpha(1, 0.5, 0.25, 0.75),
+                            NSColor::colorWithDeviceRed_green_blue_alpha(0, 0.125, 1, 1),
+                            NSColor::colorWithCalibratedWhite_alpha(0.3, 0.5),
+                            NSColor::colorWithDeviceWhite_alpha(0.75, 1),
+                            NSColor::colorWithCatalogName_colorName("Acme"_ns, "accent"_ns));
+}
+NSObject colorOfInk() {
+    return NSColor::colorWithDeviceCyan_magenta_yellow_black_alpha(0.2, 0.4, 0.6, 0.3, 0.5);
+}
 NSObject array() {
     return NSArray::arrayOf("a"_ns, NSArray::array(), NSArray::arrayOf("b"_ns, NSArray::arrayOf("c"_ns)));
 }
@@ -173,6 +183,8 @@ const std::vector<Sample>& samples() {
                                   {"dates", dates},
                                   {"date-with-fraction", dateWithFraction},
                                   {"urls", urls},
+                                  {"colors", colors},
+                                  {"color-of-ink", colorOfInk},
                                   {"array", array},
                                   {"mutable-array", mutableArray},
                                   {"dictionary", dictionary},

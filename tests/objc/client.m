@@ -470,6 +470,7 @@ static void checkSortDescriptors(void) {
     CHECK([made ascending]);
     CHECK_TEXT(NSStringFromSelector([made selector]), @"compare:");
     [made release];
+}
 
 static void checkMenus(void) {
     NSMenu *menu = [[[NSMenu alloc] initWithTitle:@"menu"] autorelease];
@@ -484,6 +485,7 @@ static void checkMenus(void) {
     [menu tessarin_setStateOfAllItems:NSOnState];
     CHECK([[menu itemAtIndex:0] state] == NSOnState && [[menu itemAtIndex:1] state] == NSOnState);
     CHECK([[menu itemAtIndex:2] state] == NSOffState && [[submenu itemAtIndex:0] state] == NSOnState);
+}
 
 static void checkAttributedStrings(void) {
     NSDictionary *bold = [NSDictionary dictionaryWithObject:@"bold" forKey:@"weight"];
@@ -496,6 +498,29 @@ static void checkAttributedStrings(void) {
     CHECK(![immutable isKindOfClass:[NSMutableAttributedString class]]);
     CHECK_RAISES(NSInvalidArgumentException, [NSAttributedString tessarin_attributedStringWithString:nil
                                                                                           attributes:bold]);
+}
+
+static void checkColors(void) {
+    NSColor *red = [NSColor colorWithCalibratedRed:1 green:0 blue:0 alpha:1];
+    CHECK_TEXT([red tessarin_hexadecimalRGBStringWithAlpha:NO], @"FF0000");
+    CHECK_TEXT([red tessarin_hexadecimalRGBStringWithAlpha:YES], @"FF0000FF");
+    NSColor *read = [NSColor tessarin_colorWithHexadecimalRGBAString:@"FF0000"];
+    CHECK([read redComponent] == 0 && [read greenComponent] == 1 && [read alphaComponent] == 0);
+    CHECK([[NSColor tessarin_colorWithHexadecimalRGBAString:@"0xFF0000FF"] isEqual:red]);
+    CHECK([NSColor tessarin_colorWithHexadecimalRGBAString:nil] == nil);
+    CHECK_TEXT([[NSColor colorWithDeviceWhite:1 alpha:1] tessarin_hexadecimalRGBStringWithAlpha:NO],
+               @"FFFFFF");
+
+    NSColor *green = [NSColor colorWithCalibratedRed:0 green:1 blue:0 alpha:0.5];
+    NSDictionary *configuration = [green tessarin_configuration];
+    CHECK([configuration count] == 4);
+    CHECK([[configuration objectForKey:@"Hue"] floatValue] == 119.666664F);
+    CHECK([[configuration objectForKey:@"Alpha"] floatValue] == 50.0F);
+    CHECK([[NSColor tessarin_colorWithConfiguration:configuration] alphaComponent] == 0.5);
+    NSColor *hue = [NSColor tessarin_colorWithConfiguration:[NSDictionary dictionaryWithObject:@"180"
+                                                                                        forKey:@"Hue"]];
+    CHECK([hue hueComponent] == 180.0 / 359.0 && [hue brightnessComponent] == 0);
+    CHECK([[NSColor tessarin_colorWithConfiguration:nil] alphaComponent] == 0);
 }
 
 int main(void) {
@@ -520,6 +545,7 @@ int main(void) {
     checkSortDescriptors();
     checkMenus();
     checkAttributedStrings();
+    checkColors();
     const int exitCode = closeChecks();
     [pool release];
     return exitCode;

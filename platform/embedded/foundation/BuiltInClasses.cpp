@@ -47,6 +47,9 @@ ClassDescription describeAttributedText();
 ClassDescription describeNSMenu();
 ClassDescription describeNSMenuItem();
 ClassDescription describeMenuItemList();
+ClassDescription describeNSScanner();
+ClassDescription describeNSColor();
+ClassDescription describeNSColorSpace();
 
 const BuiltInClass builtInClasses[] = {
     {"NSObject", describeNSObject},
@@ -90,6 +93,9 @@ const BuiltInClass builtInClasses[] = {
     {"NSMenu", describeNSMenu},
     {"NSMenuItem", describeNSMenuItem},
     {"TessarinMenuItemList", describeMenuItemList},
+    {"NSScanner", describeNSScanner},
+    {"NSColor", describeNSColor},
+    {"NSColorSpace", describeNSColorSpace},
 };
 const std::size_t builtInClassCount = std::size(builtInClasses);
 

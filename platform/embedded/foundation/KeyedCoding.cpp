@@ -21,6 +21,11 @@ NSString keyOfItem(const ItemsKey& key, std::size_t index) {
 
 } // namespace
 
+void requireKeys(NSCoder coder, NSObject self, SEL selector) {
+    if (!coder.allowsKeyedCoding())
+        raiseFrom(NSInvalidArgumentException(), self, selector, "the coder does not allow keyed coding");
+}
+
 void encodeItems(NSCoder coder, std::span<const NSObject> items, const ItemsKey& key) {
     if (const auto archiver = kindOf<NSKeyedArchiver>(coder))
         return archiveItems(archiver, items, key.archived);

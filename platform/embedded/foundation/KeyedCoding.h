@@ -12,6 +12,9 @@
 
 namespace tessarin::embedded {
 
+// Raises unless the coder allows keyed coding.
+void requireKeys(NSCoder coder, NSObject self, SEL selector);
+
 // The items of a container. Those that are decoded live as long as the coder, or the innermost autorelease
 // pool, does; a coder without them gives none. An item that is nil raises.
 struct ItemsKey {

@@ -1,7 +1,15 @@
-// Constant strings: made once, kept for the life of the process.
+// Strings made of text: the handle's own constructors, and constant strings, which are made once and kept for
+// the life of the process.
 #include "platform/embedded/foundation/StringStorage.h"
 
-namespace tessarin::runtime {
+namespace tessarin {
+
+NSString::NSString(std::string_view utf8) : NSString(embedded::newStringFromUtf8(utf8).autorelease()) {}
+
+NSString::NSString(std::u16string_view units)
+    : NSString(embedded::newString(embedded::StringView(units)).autorelease()) {}
+
+namespace runtime {
 namespace {
 
 Object* kept(Retained<NSString> string) {
@@ -29,4 +37,5 @@ void discardConstantString(Object* string) {
     release(string);
 }
 
-} // namespace tessarin::runtime
+} // namespace runtime
+} // namespace tessarin

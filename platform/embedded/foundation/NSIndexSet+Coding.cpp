@@ -38,13 +38,8 @@ std::optional<std::uint64_t> takeNumber(std::span<const std::byte>& bytes) {
     return {};
 }
 
-void requireKeys(NSIndexSet self, SEL selector, NSCoder coder) {
-    if (!coder.allowsKeyedCoding())
-        raiseFrom(NSInvalidArgumentException(), self, selector, "the coder does not allow keyed coding");
-}
-
 void encodeWithCoder(NSIndexSet self, SEL selector, NSCoder coder) {
-    requireKeys(self, selector, coder);
+    requireKeys(coder, self, selector);
     const IndexSetStorage& storage = storageOf(self);
     std::int64_t runCount = 0;
     std::vector<std::byte> bytes;
@@ -91,7 +86,7 @@ bool readRuns(IndexSetStorage& storage, NSCoder coder) {
 
 NSIndexSet initWithCoder(NSIndexSet self, SEL selector, NSCoder coder) {
     Retained<NSIndexSet> owned = adopt(self);
-    requireKeys(self, selector, coder);
+    requireKeys(coder, self, selector);
     IndexSetStorage read;
     if (!readRuns(read, coder))
         raiseFrom(NSInvalidArgumentException(), self, selector, "the archive holds no index set");

@@ -132,31 +132,6 @@ std::size_t findLast(StringView text, StringView searched) {
     return place;
 }
 
-// Whatever the letter case: at the start or the end only with NSAnchoredSearch, in the same normal form only
-// with NSLiteralSearch.
-NSRange findFolded(StringView text, StringView searched, NSStringCompareOptions options) {
-    const bool isLiteral = (options & NSLiteralSearch) != 0;
-    const bool isBackwards = (options & NSBackwardsSearch) != 0;
-    const FoldedText folded = foldedText(text, isLiteral);
-    const std::vector<char32_t> wanted = foldedText(searched, isLiteral).characters;
-    const std::span<const char32_t> characters = folded.characters;
-    if (wanted.size() > characters.size()) return noRange;
-    const auto isWhole = [&](std::size_t index) {
-        return folded.isBoundary(index) && folded.isBoundary(index + wanted.size());
-    };
-    const Finder<char32_t> finder(wanted);
-    std::size_t place = notFound;
-    if (options & NSAnchoredSearch) {
-        const std::size_t anchor = isBackwards ? characters.size() - wanted.size() : 0;
-        if (finder.isAt(characters, anchor) && isWhole(anchor)) place = anchor;
-    } else {
-        place = isBackwards ? finder.findLast(characters, isWhole) : finder.find(characters, 0, isWhole);
-    }
-    if (place == notFound) return noRange;
-    const std::size_t start = folded.origins[place];
-    return {start, folded.origins[place + wanted.size()] - start};
-}
-
 // ---- Prefixes and searching
 // ----------------------------------------------------------------------------------------
 
@@ -268,6 +243,29 @@ NSString stringByTrimmingCharactersInSet(NSString self, SEL selector, NSCharacte
 }
 
 } // namespace
+
+NSRange findFolded(StringView text, StringView searched, NSStringCompareOptions options) {
+    const bool isLiteral = (options & NSLiteralSearch) != 0;
+    const bool isBackwards = (options & NSBackwardsSearch) != 0;
+    const FoldedText folded = foldedText(text, isLiteral);
+    const std::vector<char32_t> wanted = foldedText(searched, isLiteral).characters;
+    const std::span<const char32_t> characters = folded.characters;
+    if (wanted.size() > characters.size()) return noRange;
+    const auto isWhole = [&](std::size_t index) {
+        return folded.isBoundary(index) && folded.isBoundary(index + wanted.size());
+    };
+    const Finder<char32_t> finder(wanted);
+    std::size_t place = notFound;
+    if (options & NSAnchoredSearch) {
+        const std::size_t anchor = isBackwards ? characters.size() - wanted.size() : 0;
+        if (finder.isAt(characters, anchor) && isWhole(anchor)) place = anchor;
+    } else {
+        place = isBackwards ? finder.findLast(characters, isWhole) : finder.find(characters, 0, isWhole);
+    }
+    if (place == notFound) return noRange;
+    const std::size_t start = folded.origins[place];
+    return {start, folded.origins[place + wanted.size()] - start};
+}
 
 std::size_t findUnit(StringView text, char16_t unit, std::size_t start) {
     return text.visit([&](auto units) -> std::size_t {

@@ -26,4 +26,9 @@ FoldedText foldedText(StringView text, bool isLiteral);
 // The characters of a text, decomposed canonically, with marks in canonical order.
 std::vector<char32_t> decomposedText(StringView text);
 
+// Where a text stands that is not empty, whatever its letter case: at the start or the end only with
+// NSAnchoredSearch, in the same normal form only with NSLiteralSearch. The location is NSNotFound when it
+// does not.
+NSRange findFolded(StringView text, StringView searched, NSStringCompareOptions options);
+
 } // namespace tessarin::embedded

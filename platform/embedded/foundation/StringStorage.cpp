@@ -224,6 +224,9 @@ Retained<NSString> newString(StringView contents) {
 }
 
 Retained<NSString> newStringFromUtf8(std::string_view text) {
+    if (!text.empty() && utf8::isAscii(text))
+        return newString<std::uint8_t>(
+            text.size(), [&](std::uint8_t* units) { std::memcpy(units, text.data(), text.size()); });
     const utf8::Measure measure = utf8::measure(text);
     if (!measure.wellFormed) return nil;
     if (measure.units == 0) return retain(""_ns);
