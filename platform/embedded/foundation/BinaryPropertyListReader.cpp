@@ -5,8 +5,8 @@
 #include "TessarinPlatform/NSNumber.h"
 #include "platform/embedded/foundation/BinaryPropertyListFormat.h"
 #include "platform/embedded/foundation/KeyedArchiverUID.h"
-#include "platform/embedded/foundation/PropertyListError.h"
 #include "platform/embedded/foundation/PropertyListObjects.h"
+#include "platform/services/PropertyListError.h"
 
 #include <bit>
 #include <limits>
@@ -72,11 +72,14 @@ private:
     std::vector<Retained<NSObject>> items_; // of all open containers
     std::vector<Retained<NSObject>> keysAndValues_;
     std::size_t followedCount_ = 0; // references
-    std::uint64_t current_ = 0;     // the number of the object being read, for the text of a problem
+    // The number of the object being read and where it lies, for the text of a problem.
+    std::uint64_t current_ = 0;
+    std::uint64_t offset_ = 0;
 };
 
 void Reader::fail(const std::string& text) const {
-    throw PropertyListProblem(text + " in object " + std::to_string(current_));
+    throw PropertyListProblem(text + " in object " + std::to_string(current_) + " at offset "
+                              + std::to_string(offset_));
 }
 
 Retained<NSObject> Reader::read() {
@@ -94,21 +97,29 @@ Retained<NSObject> Reader::read() {
 }
 
 void Reader::readTrailer() {
-    const auto refuse = [](const char* text) { throw PropertyListProblem(text); };
-    if (document_.size() < magic.size() + trailerSize) refuse("Binary property list that is too short");
+    const auto refuse = [](const char* text, std::size_t offset) {
+        throw PropertyListProblem(std::string(text) + " at offset " + std::to_string(offset));
+    };
+    // The last character is a minor version, which has never made a difference.
+    if (!document_.starts_with(magic.substr(0, magic.size() - 1)))
+        refuse("Binary property list of an unknown version", 6);
+    if (document_.size() < magic.size() + trailerSize)
+        refuse("Binary property list that is too short and ends", document_.size());
     const std::size_t start = document_.size() - trailerSize;
     trailer_ = {static_cast<std::uint8_t>(document_[start + 6]),
                 static_cast<std::uint8_t>(document_[start + 7]), bigEndian(start + 8, 8),
                 bigEndian(start + 16, 8), bigEndian(start + 24, 8)};
-    if (trailer_.offsetSize < 1 || trailer_.offsetSize > 8) refuse("Trailer with a wrong size of offsets");
+    if (trailer_.offsetSize < 1 || trailer_.offsetSize > 8)
+        refuse("Trailer with a wrong size of offsets", start + 6);
     if (trailer_.referenceSize < 1 || trailer_.referenceSize > 8)
-        refuse("Trailer with a wrong size of references");
+        refuse("Trailer with a wrong size of references", start + 7);
     if (trailer_.offsetTableStart <= magic.size() || trailer_.offsetTableStart > start)
-        refuse("Offset table outside of the document");
+        refuse("Offset table outside of the document", start + 24);
     if (trailer_.objectCount == 0
         || trailer_.objectCount > (start - trailer_.offsetTableStart) / trailer_.offsetSize)
-        refuse("Trailer with a wrong number of objects");
-    if (trailer_.topObject >= trailer_.objectCount) refuse("Trailer with a top object that is not there");
+        refuse("Trailer with a wrong number of objects", start + 8);
+    if (trailer_.topObject >= trailer_.objectCount)
+        refuse("Trailer with a top object that is not there", start + 16);
 }
 
 std::uint64_t Reader::bigEndian(std::size_t position, std::size_t size) const {
@@ -121,9 +132,10 @@ std::uint64_t Reader::bigEndian(std::size_t position, std::size_t size) const {
 // The numbers of objects are checked before they come here.
 Reader::Header Reader::headerOf(std::uint64_t number) {
     current_ = number;
-    const std::uint64_t offset =
-        bigEndian(trailer_.offsetTableStart + number * trailer_.offsetSize, trailer_.offsetSize);
+    offset_ = trailer_.offsetTableStart + number * trailer_.offsetSize; // of its entry in the table
+    const std::uint64_t offset = bigEndian(offset_, trailer_.offsetSize);
     if (offset < magic.size() || offset >= trailer_.offsetTableStart) fail("Offset outside of the objects");
+    offset_ = offset;
     const auto byte = static_cast<unsigned char>(document_[offset]);
     return {static_cast<Marker>(byte >> 4), static_cast<std::uint8_t>(byte & 0xF), offset + 1};
 }
@@ -189,6 +201,7 @@ void Reader::readNextContent() {
         bigEndian(container.references + container.read * trailer_.referenceSize, trailer_.referenceSize);
     ++container.read;
     current_ = container.number;
+    offset_ = container.references + (container.read - 1) * trailer_.referenceSize;
     if (number >= trailer_.objectCount) fail("Reference to an object that is not there");
     if (++followedCount_ > document_.size() + mostSharedReferences)
         fail("Too many copies of shared mutable objects");

@@ -8,8 +8,8 @@
 #include "platform/embedded/foundation/BinaryPropertyListFormat.h"
 #include "platform/embedded/foundation/KeyedArchiverUID.h"
 #include "platform/embedded/foundation/NumberValue.h"
-#include "platform/embedded/foundation/ObjectNumbers.h"
-#include "platform/embedded/foundation/PropertyListError.h"
+#include "platform/services/ObjectNumbers.h"
+#include "platform/services/PropertyListError.h"
 #include "platform/embedded/foundation/StringStorage.h"
 
 #include <algorithm>

@@ -3,15 +3,13 @@
 
 #include "TessarinPlatform/NSPropertyListSerialization.h"
 #include "TessarinPlatform/Retained.h"
+#include "platform/services/PropertyListKinds.h"
 
 #include <cstdint>
 #include <span>
 #include <string_view>
 
 namespace tessarin::embedded {
-
-// As many containers inside each other as the platform reads.
-inline constexpr std::size_t deepestPropertyList = 512;
 
 class PropertyListObjects {
 public:

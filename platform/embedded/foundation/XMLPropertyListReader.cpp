@@ -3,11 +3,11 @@
 #include "TessarinPlatform/AutoreleasePool.h"
 #include "TessarinPlatform/NSDate.h"
 #include "TessarinPlatform/NSNumber.h"
-#include "platform/embedded/foundation/PropertyListError.h"
+#include "platform/embedded/foundation/DocumentText.h"
 #include "platform/embedded/foundation/PropertyListObjects.h"
-#include "platform/embedded/foundation/XMLDocumentText.h"
 #include "platform/embedded/foundation/XMLPropertyListValues.h"
 #include "platform/embedded/foundation/XMLScanner.h"
+#include "platform/services/PropertyListError.h"
 
 #include <vector>
 
@@ -152,10 +152,7 @@ Retained<NSObject> Reader::makeData(std::string_view text) const {
 
 } // namespace
 
-Retained<NSObject> readXMLPropertyList(std::string_view document,
-                                       NSPropertyListMutabilityOptions mutability) {
-    std::string converted;
-    const std::string_view text = textOfXMLDocument(document, converted);
+Retained<NSObject> readXMLPropertyList(std::string_view text, NSPropertyListMutabilityOptions mutability) {
     const AutoreleasePool pool; // for the numbers, which would otherwise wait for the caller's
     return Reader(text, mutability).read();
 }

@@ -6,7 +6,7 @@
 #include "TessarinPlatform/NSDictionary.h"
 #include "TessarinPlatform/NSNumber.h"
 #include "platform/embedded/foundation/KeyedArchiverUID.h"
-#include "platform/embedded/foundation/PropertyListError.h"
+#include "platform/services/PropertyListError.h"
 #include "platform/embedded/foundation/XMLPropertyListValues.h"
 
 #include <algorithm>

@@ -1,8 +1,9 @@
-#include "platform/embedded/foundation/XMLDocumentText.h"
+#include "platform/embedded/foundation/DocumentText.h"
 
-#include "platform/embedded/foundation/PropertyListError.h"
+#include "platform/services/PropertyListError.h"
 
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 
 namespace tessarin::embedded {
@@ -87,9 +88,14 @@ std::string utf8FromUTF16(std::string_view bytes, bool isBigEndian) {
 
 } // namespace
 
-std::string_view textOfXMLDocument(std::string_view bytes, std::string& converted) {
+std::string_view textOfDocument(std::string_view bytes, std::string& converted) {
     if (bytes.starts_with("\xFE\xFF") || bytes.starts_with("\xFF\xFE")) {
         converted = utf8FromUTF16(bytes.substr(2), bytes.starts_with("\xFE"));
+        return converted;
+    }
+    using namespace std::string_view_literals;
+    if (bytes.starts_with("<\0"sv) || bytes.starts_with("\0<"sv)) {
+        converted = utf8FromUTF16(bytes, bytes.front() == '\0');
         return converted;
     }
     if (bytes.starts_with("\xEF\xBB\xBF")) bytes.remove_prefix(3);
@@ -115,6 +121,15 @@ std::string shortened(std::string_view text) {
     if (text.size() <= length) return std::string(text);
     while ((byteAt(text, length) & 0xC0) == 0x80) --length;
     return std::string(text.substr(0, length)) + "...";
+}
+
+std::string shownCharacter(std::string_view text, std::size_t position) {
+    const unsigned char lead = byteAt(text, position);
+    if (lead >= 0x20 && lead != 0x7F)
+        return std::string(text.substr(position, lengthOfCharacter(text, position)));
+    char name[8];
+    std::snprintf(name, sizeof name, "U+%04X", static_cast<unsigned>(lead));
+    return name;
 }
 
 void appendUTF8(std::string& text, char32_t character) {

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <vector>
 
-namespace tessarin::embedded {
+namespace tessarin {
 
 class ObjectNumbers {
 public:
@@ -46,4 +46,4 @@ private:
     std::size_t size_ = 0;
 };
 
-} // namespace tessarin::embedded
+} // namespace tessarin

@@ -1,12 +1,12 @@
 // What goes wrong with property lists, as the readers and writers of all formats report it.
 #pragma once
 
-#include "TessarinPlatform/NSError.h"
+#include "TessarinPlatform/NSPropertyListSerialization.h"
 
 #include <stdexcept>
 #include <string>
 
-namespace tessarin::embedded {
+namespace tessarin {
 
 inline constexpr NSInteger NSPropertyListReadCorruptError = 3840;
 inline constexpr NSInteger NSPropertyListWriteStreamError = 3851;
@@ -22,4 +22,9 @@ public:
 // Stores an autoreleased error of the Cocoa domain through `error` unless that is null.
 void storePropertyListError(NSError* error, NSInteger code, const std::string& text);
 
-} // namespace tessarin::embedded
+// The same for what cannot be written in a format: nil, which needs no reason, or an object that has a
+// defect.
+void storeNilPropertyListError(NSError* error);
+void storeInvalidPropertyListError(NSError* error, NSPropertyListFormat format, const std::string& defect);
+
+} // namespace tessarin
