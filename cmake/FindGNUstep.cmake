@@ -65,8 +65,8 @@ if(GNUstep_FOUND AND NOT TARGET GNUstep::Base)
     if(GNUstep_GUI_LIBRARY)
         # Its classes are looked up by their names, which is no reference that a linker sees.
         add_library(GNUstep::GUI INTERFACE IMPORTED)
-        target_link_libraries(GNUstep::GUI INTERFACE GNUstep::Base "LINKER:--push-state,--no-as-needed"
-                              ${GNUstep_GUI_LIBRARY} "LINKER:--pop-state")
+        target_link_libraries(GNUstep::GUI INTERFACE GNUstep::Base -Wl,--push-state,--no-as-needed
+                              ${GNUstep_GUI_LIBRARY} -Wl,--pop-state)
     endif()
 
     # Of GCC's directory the runtime's headers alone: the rest are headers for GCC itself.

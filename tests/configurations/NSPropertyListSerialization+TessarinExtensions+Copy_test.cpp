@@ -174,9 +174,10 @@ TEST_F(MutableContainersTest, DatesKeepTheirFractions) {
 TEST_F(MutableContainersTest, StringsKeepEveryUnit) {
     const char16_t units[] = {u'a', 0xD800, 0, 0xDC00, u'\u20ac'};
     const NSString original{std::u16string_view(units, 5)};
-    const NSString copy =
-        NSArray(copied(NSArray::arrayOf(NSMutableString::stringWithString(original)))).firstObject();
+    const NSString copy = NSArray(copied(NSArray::arrayOf(original))).firstObject();
     EXPECT_EQ(static_cast<std::u16string>(copy), std::u16string_view(units, 5));
+    const NSString edited = NSMutableString::stringWithString(u"\u00e9\u20ac\U0001F600"_ns);
+    EXPECT_EQ(text(NSArray(copied(NSArray::arrayOf(edited))).firstObject()), "\u00e9\u20ac\U0001F600");
 }
 
 // ---- Failures

@@ -8,9 +8,9 @@
 #include "platform/embedded/foundation/BinaryPropertyListFormat.h"
 #include "platform/embedded/foundation/KeyedArchiverUID.h"
 #include "platform/embedded/foundation/NumberValue.h"
+#include "platform/embedded/foundation/StringStorage.h"
 #include "platform/services/ObjectNumbers.h"
 #include "platform/services/PropertyListError.h"
-#include "platform/embedded/foundation/StringStorage.h"
 
 #include <algorithm>
 #include <bit>

@@ -6,8 +6,8 @@
 #include "TessarinPlatform/NSDictionary.h"
 #include "TessarinPlatform/NSNumber.h"
 #include "platform/embedded/foundation/KeyedArchiverUID.h"
-#include "platform/services/PropertyListError.h"
 #include "platform/embedded/foundation/XMLPropertyListValues.h"
+#include "platform/services/PropertyListError.h"
 
 #include <algorithm>
 #include <charconv>
