@@ -7,7 +7,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 rounds=${1:-5}
 
-tools/install_packages.sh g++ cmake ninja-build libbenchmark-dev libboost-dev libfmt-dev libglib2.0-dev libroaring-dev \
+tools/install_packages.sh g++ cmake ninja-build libbenchmark-dev libboost-dev libfmt-dev libglib2.0-dev libplist-dev libroaring-dev \
     pkg-config qt6-base-dev gobjc libgnustep-base-dev python3
 
 for preset in bench bench-native; do
@@ -26,7 +26,7 @@ run() { # preset, platform, round, filter
     runs+=("$2=$result")
 }
 # Where GNUstep is the rival.
-native='StreamFormat/Array|UniqueIndexer/Library|KeyedArchive/Archive/1000$|KeyedArchive/Unarchive'
+native='StreamFormat/Array|UniqueIndexer/Library|KeyedArchive/Archive/1000$|KeyedArchive/Unarchive|PropertyList/(Read|Write)'
 for ((round = 1; round <= rounds; ++round)); do
     echo "Round $round of $rounds"
     run bench embedded "$round" .

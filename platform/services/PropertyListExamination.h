@@ -37,7 +37,12 @@ public:
             && format_ != NSPropertyListBinaryFormat_v1_0)
             return "there is no such format";
         root_ = root;
-        if (admit(root)) walk();
+        ++objectCount_;
+        const PropertyListKind kind = kinds_.of(root);
+        if (!isContainer(kind))
+            admitLeaf(root, kind);
+        else if (enter(root, kind))
+            walk();
         return std::move(defect_);
     }
 
@@ -63,12 +68,8 @@ private:
         return false;
     }
 
-    // Whether an object may stand in the list; a container is opened to be walked.
-    bool admit(NSObject object) {
+    bool admitLeaf(NSObject object, PropertyListKind kind) {
         using enum PropertyListKind;
-        ++objectCount_;
-        const PropertyListKind kind = kinds_.of(object);
-        if (isContainer(kind)) return enter(object, kind);
         const bool isText = kind == string || kind == data;
         if (isText || (kind != other && format_ != NSPropertyListOpenStepFormat)) [[likely]]
             return true;
@@ -76,6 +77,7 @@ private:
         return refuse("property lists cannot contain objects of type '" + propertyListTypeName(object) + "'");
     }
 
+    // Opens a container to be walked; false when it is inside itself.
     bool enter(NSObject container, PropertyListKind kind) {
         constexpr const char* recursion = "property lists cannot contain recursive container references";
         if (container == root_ && !open_.isEmpty()) return refuse(recursion);
@@ -111,19 +113,33 @@ private:
     void walk() {
         while (!open_.isEmpty()) {
             Open& container = open_.top();
-            NSObject key, object;
-            if (!container.contents.next(key, object)) {
+            const NSObject inner = nextContainer(container.contents);
+            if (!defect_.empty()) return;
+            if (inner) {
+                if (!enter(inner, kinds_.of(inner))) return;
+            } else {
                 if (container.number != notNumbered) met_[container.number].isSound = true;
                 open_.pop();
-                continue;
             }
-            if (container.contents.isDictionary() && kinds_.of(key) != PropertyListKind::string) {
+        }
+    }
+
+    // Passes over leaves, up to the next container inside another; nil at the end and where there is a
+    // defect.
+    NSObject nextContainer(Contents& contents) {
+        NSObject key, object;
+        while (contents.next(key, object)) {
+            if (contents.isDictionary() && kinds_.of(key) != PropertyListKind::string) [[unlikely]] {
                 refuse("property list dictionaries may only have keys which are CFStrings, not '"
                        + propertyListTypeName(key) + "'");
-                return;
+                return nil;
             }
-            if (!admit(object)) return;
+            ++objectCount_;
+            const PropertyListKind kind = kinds_.of(object);
+            if (isContainer(kind)) return object;
+            if (!admitLeaf(object, kind)) return nil;
         }
+        return nil;
     }
 
     const NSPropertyListFormat format_;

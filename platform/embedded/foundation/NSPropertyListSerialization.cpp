@@ -10,16 +10,17 @@
 #include "platform/embedded/foundation/XMLPropertyListWriter.h"
 #include "platform/embedded/runtime/BuiltInClass.h"
 #include "platform/services/PropertyListError.h"
+#include "platform/services/PropertyListExamination.h"
 
 namespace tessarin::embedded {
 namespace {
 
 std::string_view bytesOf(NSData data) { return {static_cast<const char*>(data.bytes()), data.length()}; }
 
-std::string write(NSObject propertyList, NSPropertyListFormat format) {
+std::string write(NSObject propertyList, NSPropertyListFormat format, std::size_t objectCount) {
     switch (format) {
     case NSPropertyListXMLFormat_v1_0:
-        return writeXMLPropertyList(propertyList);
+        return writeXMLPropertyList(propertyList, objectCount);
     case NSPropertyListBinaryFormat_v1_0:
         return writeBinaryPropertyList(propertyList);
     case NSPropertyListOpenStepFormat:
@@ -60,10 +61,11 @@ NSData dataWithPropertyList(Class, SEL, NSObject propertyList, NSPropertyListFor
         storeNilPropertyListError(error);
         return nil;
     }
-    std::string defect = propertyListDefect(propertyList, format);
+    PropertyListExamination<PropertyListStorage> examination(format);
+    std::string defect = examination.defectOf(propertyList);
     if (defect.empty()) {
         try {
-            const std::string document = write(propertyList, format);
+            const std::string document = write(propertyList, format, examination.objectCount());
             return NSData::dataWithBytes_length(document.data(), document.size());
         } catch (const PropertyListProblem& problem) {
             defect = problem.what();
