@@ -1,6 +1,7 @@
 // What is a property list.
 #include "NestedArrays.h"
 #include "PlatformTest.h"
+#include "PropertyListTrees.h"
 
 namespace tessarin::testing {
 namespace {
@@ -62,6 +63,18 @@ TEST_F(PropertyListsTest, AContainerReachedByManyWaysIsValid) {
     NSArray doubled = NSArray::arrayOf("a"_ns);
     for (int level = 0; level < 60; ++level) doubled = NSArray::arrayOf(doubled, doubled);
     EXPECT_TRUE(isValid(doubled));
+}
+
+TEST_F(PropertyListsTest, ACopyHoldsWhatTheOriginalHolds) {
+    for (const interop::PropertyListTree& tree : interop::propertyListTrees()) {
+        const AutoreleasePool pool;
+        EXPECT_TRUE(isValid(tree.root)) << tree.name;
+        const NSObject copy = propertyListWithMutableContainers(tree.root, nullptr);
+        EXPECT_EQ(interop::plainForm(copy), interop::plainForm(tree.root)) << tree.name;
+        EXPECT_EQ(copy.isKindOfClass(NSMutableArray::classObject()),
+                  tree.root.isKindOfClass(NSArray::classObject()))
+            << tree.name;
+    }
 }
 
 TEST_F(PropertyListsTest, AMillionLevelsAreValid) {

@@ -13,6 +13,8 @@ struct RecordedPropertyList {
     std::string writer;
     std::string file;
     std::string plainForm;
+
+    friend void PrintTo(const RecordedPropertyList& list, std::ostream* stream) { *stream << list.file; }
 };
 
 class RecordedPropertyListsTest : public ::testing::TestWithParam<RecordedPropertyList> {

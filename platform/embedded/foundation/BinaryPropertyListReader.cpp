@@ -2,7 +2,6 @@
 
 #include "TessarinPlatform/AutoreleasePool.h"
 #include "TessarinPlatform/NSDate.h"
-#include "TessarinPlatform/NSNumber.h"
 #include "platform/embedded/foundation/BinaryPropertyListFormat.h"
 #include "platform/embedded/foundation/KeyedArchiverUID.h"
 #include "platform/embedded/foundation/PropertyListObjects.h"
@@ -57,7 +56,6 @@ private:
     Retained<NSObject> uidAt(const Header& header);
 
     bool isKeyPlace() const;
-    bool isShared(const NSObject& object) const;
     std::uint64_t bigEndian(std::size_t position, std::size_t size) const;
     std::size_t lengthAt(Header& header, std::size_t unitSize);
     [[noreturn]] void fail(const std::string& text) const;
@@ -70,8 +68,7 @@ private:
     std::vector<bool> isOpen_; // by number
     std::vector<OpenContainer> open_;
     std::vector<Retained<NSObject>> items_; // of all open containers
-    std::vector<Retained<NSObject>> keysAndValues_;
-    std::size_t followedCount_ = 0; // references
+    std::size_t followedCount_ = 0;         // references
     // The number of the object being read and where it lies, for the text of a problem.
     std::uint64_t current_ = 0;
     std::uint64_t offset_ = 0;
@@ -124,8 +121,9 @@ void Reader::readTrailer() {
 
 std::uint64_t Reader::bigEndian(std::size_t position, std::size_t size) const {
     std::uint64_t value = 0;
-    for (const char byte : document_.substr(position, size))
-        value = value << 8 | static_cast<unsigned char>(byte);
+    const char* const bytes = document_.data() + position;
+    for (std::size_t index = 0; index < size; ++index)
+        value = value << 8 | static_cast<unsigned char>(bytes[index]);
     return value;
 }
 
@@ -157,15 +155,11 @@ std::size_t Reader::lengthAt(Header& header, std::size_t unitSize) {
     return length;
 }
 
+// Of the objects that readers make: those at the place of a key are never mutable.
+bool isString(NSObject object) { return object.object()->isa == NSString::classObject().object(); }
+
 bool Reader::isKeyPlace() const {
     return !open_.empty() && open_.back().isDictionary && open_.back().read <= open_.back().contentCount / 2;
-}
-
-// Whether all places that refer to an object may have the same one.
-bool Reader::isShared(const NSObject& object) const {
-    if (object.isKindOfClass(NSArray::classObject()) || object.isKindOfClass(NSDictionary::classObject()))
-        return !objects_.hasMutableContainers();
-    return !objects_.hasMutableLeaves();
 }
 
 // Appends an object to the items, or opens it when it is a container.
@@ -180,9 +174,9 @@ void Reader::readObject(std::uint64_t number) {
             return openContainer(number, header);
         }
         items_.push_back(leaf(header));
-        if (isShared(items_.back())) known_[number] = items_.back();
+        if (!objects_.hasMutableLeaves()) known_[number] = items_.back();
     }
-    if (isKeyPlace() && !items_.back().isKindOfClass(NSString::classObject())) fail("Key that is no string");
+    if (isKeyPlace() && !isString(items_.back())) fail("Key that is no string");
 }
 
 void Reader::openContainer(std::uint64_t number, const Header& header) {
@@ -213,19 +207,11 @@ void Reader::closeContainer() {
     open_.pop_back();
     isOpen_[container.number] = false;
     const std::size_t first = items_.size() - container.contentCount;
-    const auto contents = std::span<const Retained<NSObject>>(items_).subspan(first);
-    Retained<NSObject> made;
-    if (container.isDictionary) {
-        keysAndValues_.clear();
-        const std::size_t count = container.contentCount / 2;
-        for (std::size_t index = 0; index < count; ++index) {
-            keysAndValues_.push_back(contents[index]);
-            keysAndValues_.push_back(contents[count + index]);
-        }
-        made = objects_.dictionary(keysAndValues_);
-    } else {
-        made = objects_.array(contents);
-    }
+    const auto contents = std::span(items_).subspan(first);
+    const std::size_t keyCount = container.contentCount / 2;
+    Retained<NSObject> made =
+        container.isDictionary ? objects_.dictionary(contents.data(), contents.data() + keyCount, keyCount, 1)
+                               : objects_.array(contents);
     items_.resize(first);
     if (!objects_.hasMutableContainers()) known_[container.number] = made;
     items_.push_back(std::move(made));
@@ -236,7 +222,7 @@ Retained<NSObject> Reader::leaf(const Header& header) {
     switch (header.marker) {
     case simple:
         if (header.low == falseByte || header.low == trueByte)
-            return retain<NSObject>(NSNumber::numberWithBool(header.low == trueByte));
+            return PropertyListObjects::boolean(header.low == trueByte);
         break;
     case integer:
         return integerAt(header);
@@ -280,11 +266,10 @@ Retained<NSObject> Reader::realAt(const Header& header) {
     if (size > trailer_.offsetTableStart - header.position) fail("Real or date that is cut off");
     const std::uint64_t bits = bigEndian(header.position, size);
     if (byte == floatByte)
-        return retain<NSObject>(
-            NSNumber::numberWithFloat(std::bit_cast<float>(static_cast<std::uint32_t>(bits))));
+        return PropertyListObjects::singleReal(std::bit_cast<float>(static_cast<std::uint32_t>(bits)));
     const auto value = std::bit_cast<double>(bits);
     if (byte == dateByte) return retain<NSObject>(NSDate::dateWithTimeIntervalSinceReferenceDate(value));
-    return retain<NSObject>(NSNumber::numberWithDouble(value));
+    return PropertyListObjects::real(value);
 }
 
 Retained<NSObject> Reader::stringAt(Header header) {

@@ -192,7 +192,7 @@ Retained<NSObject> Reader::openContainer(Kind kind) {
 
 Retained<NSObject> Reader::closeContainer() {
     const OpenContainer container = open_.back();
-    const auto contents = std::span<const Retained<NSObject>>(items_).subspan(container.firstItem);
+    const auto contents = std::span(items_).subspan(container.firstItem);
     Retained<NSObject> closed =
         container.kind == Kind::array ? objects_.array(contents) : objects_.dictionary(contents);
     items_.resize(container.firstItem);

@@ -23,24 +23,6 @@ bool hasPlainKeys(const DictionaryStorage& storage) {
     return true;
 }
 
-// Integers are 64 bits wide, as they are when they are read.
-NSNumber plainNumber(const NumberValue& value) {
-    switch (value.kind) {
-    case NumberKind::boolean:
-        return NSNumber::numberWithBool(value.integer != 0);
-    case NumberKind::float32:
-        return NSNumber::numberWithFloat(value.toFloat());
-    case NumberKind::float64:
-        return NSNumber::numberWithDouble(value.real);
-    case NumberKind::uint64:
-        return NSNumber::numberWithUnsignedLongLong(static_cast<std::uint64_t>(value.integer));
-    case NumberKind::int32:
-    case NumberKind::int64:
-        break;
-    }
-    return NSNumber::numberWithLongLong(value.integer);
-}
-
 } // namespace
 
 std::string propertyListDefect(NSObject object, NSPropertyListFormat format) {
@@ -87,8 +69,11 @@ Retained<NSObject> PropertyListStorage::newLeaf(NSObject leaf, PropertyListKind 
     switch (kind) {
     case PropertyListKind::string:
         return newPlainString(leaf);
-    case PropertyListKind::number:
-        return retain<NSObject>(plainNumber(valueOf(as<NSNumber>(leaf))));
+    case PropertyListKind::number: {
+        // Integers are 64 bits wide, as they are when they are read.
+        const NumberValue value = valueOf(as<NSNumber>(leaf));
+        return newNumber(value.kind == NumberKind::int32 ? NumberValue::ofInt64(value.integer) : value);
+    }
     case PropertyListKind::date:
         return retain<NSObject>(NSDate::dateWithTimeIntervalSinceReferenceDate(
             as<NSDate>(leaf).timeIntervalSinceReferenceDate()));
