@@ -1,73 +1,59 @@
-// A property list of 10,000 nodes to XML and back: the time for a node.
-#include "TessarinPlatform/AutoreleasePool.h"
-#include "TessarinPlatform/NSMutableArray.h"
-#include "TessarinPlatform/NSMutableDictionary.h"
-#include "TessarinPlatform/NSNumber.h"
-#include "TessarinPlatform/NSPropertyListSerialization.h"
-#include "TessarinPlatform/Retained.h"
+// Property lists: written and read, examined, copied.
+#include "PropertyListTracks.h"
 
-#include <benchmark/benchmark.h>
-
-#include <string>
+#include "TessarinFoundation/NSPropertyListSerialization+TessarinExtensions.h"
 
 using namespace tessarin;
+using namespace bench;
 
 namespace {
 
-constexpr int trackCount = 1000;
-constexpr int nodesOfTrack = 10; // the dictionary, its five values, the four strings of the last one
+constexpr int fileNodes = 10'000;
 
-NSDictionary track(int number) {
-    const NSMutableDictionary track = NSMutableDictionary::dictionary();
-    track.setObject_forKey(NSString("Track " + std::to_string(number) + " <left & right>"), "name"_ns);
-    track.setObject_forKey(NSNumber::numberWithInt(number), "channel"_ns);
-    track.setObject_forKey(NSNumber::numberWithDouble(number / 7.0), "gain"_ns);
-    track.setObject_forKey(NSNumber::numberWithBool(number % 2 == 0), "muted"_ns);
-    track.setObject_forKey(NSArray::arrayOf("vocals"_ns, "lead"_ns, "dry"_ns, "take 2"_ns), "tags"_ns);
-    return track;
-}
-
-NSArray tracks() {
-    const NSMutableArray tracks = NSMutableArray::array();
-    for (int number = 0; number < trackCount; ++number) tracks.addObject(track(number));
-    return tracks;
-}
-
-NSData xmlOf(NSArray tracks) {
-    return NSPropertyListSerialization::dataWithPropertyList_format_options_error(
-        tracks, NSPropertyListXMLFormat_v1_0, 0, nullptr);
-}
-
-void countNodes(benchmark::State& state) {
-    constexpr int nodes = trackCount * nodesOfTrack;
-    state.SetItemsProcessed(state.iterations() * nodes);
-    state.counters["per_node"] = benchmark::Counter(nodes, benchmark::Counter::kIsIterationInvariantRate
-                                                               | benchmark::Counter::kInvert);
-}
-
-void write(benchmark::State& state) {
-    const AutoreleasePool outer;
-    const NSArray list = tracks();
+void write(benchmark::State& state, NSPropertyListFormat format) {
+    const Retained<NSObject> tracks = tracksOfNodes(fileNodes);
     for (auto _ : state) {
         const AutoreleasePool pool;
-        benchmark::DoNotOptimize(xmlOf(list).object());
+        benchmark::DoNotOptimize(
+            NSPropertyListSerialization::dataWithPropertyList_format_options_error(tracks, format, 0, nullptr)
+                .object());
     }
-    countNodes(state);
+    countNodes(state, fileNodes);
 }
-BENCHMARK(write)->Name("PropertyList/WriteXML");
+BENCHMARK_CAPTURE(write, XML, NSPropertyListXMLFormat_v1_0)->Name("PropertyList/WriteXML");
+BENCHMARK_CAPTURE(write, binary, NSPropertyListBinaryFormat_v1_0)->Name("PropertyList/WriteBinary");
 
-void read(benchmark::State& state) {
+void read(benchmark::State& state, NSPropertyListFormat format) {
     const AutoreleasePool outer;
-    const NSData data = xmlOf(tracks());
+    const NSData document = trackDocument(fileNodes, format);
     for (auto _ : state) {
         const AutoreleasePool pool;
-        NSPropertyListFormat format{};
-        benchmark::DoNotOptimize(NSPropertyListSerialization::propertyListWithData_options_format_error(
-                                     data, NSPropertyListImmutable, &format, nullptr)
-                                     .object());
+        benchmark::DoNotOptimize(readTracks(document).object());
     }
-    countNodes(state);
+    countNodes(state, fileNodes);
 }
-BENCHMARK(read)->Name("PropertyList/ReadXML");
+BENCHMARK_CAPTURE(read, XML, NSPropertyListXMLFormat_v1_0)->Name("PropertyList/ReadXML");
+BENCHMARK_CAPTURE(read, binary, NSPropertyListBinaryFormat_v1_0)->Name("PropertyList/ReadBinary");
+
+void examine(benchmark::State& state) {
+    const auto nodes = static_cast<int>(state.range(0));
+    const Retained<NSObject> tracks = tracksOfNodes(nodes);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(
+            NSPropertyListSerialization::propertyList_isValidForFormat(tracks, NSPropertyListXMLFormat_v1_0));
+    countNodes(state, nodes);
+}
+BENCHMARK(examine)->Name("PropertyList/IsValid")->Arg(100'000);
+
+void copy(benchmark::State& state) {
+    const auto nodes = static_cast<int>(state.range(0));
+    const Retained<NSObject> tracks = tracksOfNodes(nodes);
+    for (auto _ : state) {
+        const AutoreleasePool pool;
+        benchmark::DoNotOptimize(tessarin_propertyListWithMutableContainers_error(tracks, nullptr).object());
+    }
+    countNodes(state, nodes);
+}
+BENCHMARK(copy)->Name("PropertyList/Copy")->Arg(100'000)->Arg(1'000'000);
 
 } // namespace

@@ -9,7 +9,7 @@ rounds=${1:-5}
 
 packages=(
     g++ cmake ninja-build libbenchmark-dev pkg-config python3
-    libabsl-dev libboost-dev libfmt-dev libglib2.0-dev libroaring-dev qt6-base-dev # rivals
+    libabsl-dev libboost-dev libfmt-dev libglib2.0-dev libplist-dev libroaring-dev qt6-base-dev # rivals
     gobjc libgnustep-base-dev libgnustep-gui-dev
 )
 tools/install_packages.sh "${packages[@]}"
@@ -41,6 +41,7 @@ native=(
     SortDescriptorConfiguration
     AttributedString
     Color/
+    'PropertyList/(Read|Write)'
 )
 for ((round = 1; round <= rounds; ++round)); do
     echo "Round $round of $rounds"

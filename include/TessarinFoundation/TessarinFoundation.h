@@ -6,6 +6,7 @@
 #include "TessarinFoundation/NSDictionary+TessarinExtensions.h"
 #include "TessarinFoundation/NSFileManager+TessarinExtensions.h"
 #include "TessarinFoundation/NSMutableArray+TessarinExtensions.h"
+#include "TessarinFoundation/NSPropertyListSerialization+TessarinExtensions.h"
 #include "TessarinFoundation/NSSortDescriptor+TessarinExtensions.h"
 #include "TessarinFoundation/NSString+TessarinExtensions.h"
 #include "TessarinFoundation/NSURL+TessarinExtensions.h"

@@ -43,6 +43,7 @@
 #include "TessarinPlatform/NSView.h"
 #include "TessarinPlatform/NSWindow.h"
 #include "TessarinPlatform/PercentEscapes.h"
+#include "TessarinPlatform/PropertyLists.h"
 #include "TessarinPlatform/RandomNumbers.h"
 #include "TessarinPlatform/Retained.h"
 #include "TessarinPlatform/Streaming.h"

@@ -220,13 +220,6 @@ TEST_F(BinaryPropertyListTest, RefusesWhatIsDamaged) {
             << "expected: " << expected << "\nrefusal: " << refusal(bytesOfIt);
 }
 
-TEST_F(BinaryPropertyListTest, ADocumentCutOffAnywhereIsRefused) {
-    const std::string whole = written(NSDictionary::dictionaryWithObject_forKey(
-        NSArray::arrayOf("a"_ns, NSNumber::numberWithInt(1)), "key"_ns));
-    for (std::size_t length = 0; length < whole.size(); ++length)
-        EXPECT_NE(refusal(whole.substr(0, length)), "(read)") << length;
-}
-
 // Whatever a single byte says, the answer is a list or an error.
 TEST_F(BinaryPropertyListTest, NoSingleByteDoesHarm) {
     const std::string whole = written(NSArray::arrayOf(

@@ -79,6 +79,23 @@ TEST_F(NSPropertyListSerializationTest, AHundredThousandLevelsAreWritten) {
     EXPECT_GT(written(nested).length(), 100'000u * 18);
 }
 
+TEST_F(NSPropertyListSerializationTest, ListsThatDoubleAtEachLevelAreNoXML) {
+    NSArray doubled = NSArray::arrayOf("x"_ns);
+    for (int level = 0; level < 60; ++level) doubled = NSArray::arrayOf(doubled, doubled);
+    EXPECT_EQ(reasonAgainstWriting(doubled), "Property list invalid for format: 100 (XML would hold too many "
+                                             "copies of shared containers)");
+    EXPECT_TRUE(bool(written(doubled, nullptr, NSPropertyListBinaryFormat_v1_0)));
+}
+
+TEST_F(NSPropertyListSerializationTest, ModerateSharingIsWrittenInFull) {
+    NSArray doubled = NSArray::arrayOf("x"_ns);
+    for (int level = 0; level < 12; ++level) doubled = NSArray::arrayOf(doubled, doubled);
+    const NSData document = written(doubled);
+    EXPECT_TRUE(as<NSObject>(NSPropertyListSerialization::propertyListWithData_options_format_error(
+                                 document, 0, nullptr, nullptr))
+                    .isEqual(doubled));
+}
+
 TEST_F(NSPropertyListSerializationTest, NilCannotBeWritten) {
     NSError error;
     EXPECT_EQ(written(nil, &error), nil);

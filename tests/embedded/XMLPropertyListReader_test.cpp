@@ -1,7 +1,8 @@
+#include "platform/embedded/foundation/DocumentText.h"
 #include "platform/embedded/foundation/XMLPropertyListReader.h"
 
 #include "PlatformTest.h"
-#include "platform/embedded/foundation/PropertyListError.h"
+#include "platform/services/PropertyListError.h"
 
 #include <fstream>
 #include <iterator>
@@ -15,7 +16,8 @@ class XMLPropertyListReaderTest : public PlatformTest {};
 
 // What a document holds, (nil) and the problem where it cannot be read.
 NSObject read(std::string_view document) {
-    return readXMLPropertyList(document, NSPropertyListImmutable).autorelease();
+    std::string converted;
+    return readXMLPropertyList(textOfDocument(document, converted), NSPropertyListImmutable).autorelease();
 }
 std::string stringIn(std::string_view document) { return text(kindOf<NSString>(read(document))); }
 

@@ -1,7 +1,7 @@
 #include "platform/embedded/foundation/XMLPropertyListWriter.h"
 
 #include "PlatformTest.h"
-#include "platform/embedded/foundation/PropertyListError.h"
+#include "platform/services/PropertyListError.h"
 
 #include <limits>
 

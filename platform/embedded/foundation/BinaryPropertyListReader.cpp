@@ -2,11 +2,10 @@
 
 #include "TessarinPlatform/AutoreleasePool.h"
 #include "TessarinPlatform/NSDate.h"
-#include "TessarinPlatform/NSNumber.h"
 #include "platform/embedded/foundation/BinaryPropertyListFormat.h"
 #include "platform/embedded/foundation/KeyedArchiverUID.h"
-#include "platform/embedded/foundation/PropertyListError.h"
 #include "platform/embedded/foundation/PropertyListObjects.h"
+#include "platform/services/PropertyListError.h"
 
 #include <bit>
 #include <limits>
@@ -57,7 +56,6 @@ private:
     Retained<NSObject> uidAt(const Header& header);
 
     bool isKeyPlace() const;
-    bool isShared(const NSObject& object) const;
     std::uint64_t bigEndian(std::size_t position, std::size_t size) const;
     std::size_t lengthAt(Header& header, std::size_t unitSize);
     [[noreturn]] void fail(const std::string& text) const;
@@ -70,13 +68,15 @@ private:
     std::vector<bool> isOpen_; // by number
     std::vector<OpenContainer> open_;
     std::vector<Retained<NSObject>> items_; // of all open containers
-    std::vector<Retained<NSObject>> keysAndValues_;
-    std::size_t followedCount_ = 0; // references
-    std::uint64_t current_ = 0;     // the number of the object being read, for the text of a problem
+    std::size_t followedCount_ = 0;         // references
+    // The number of the object being read and where it lies, for the text of a problem.
+    std::uint64_t current_ = 0;
+    std::uint64_t offset_ = 0;
 };
 
 void Reader::fail(const std::string& text) const {
-    throw PropertyListProblem(text + " in object " + std::to_string(current_));
+    throw PropertyListProblem(text + " in object " + std::to_string(current_) + " at offset "
+                              + std::to_string(offset_));
 }
 
 Retained<NSObject> Reader::read() {
@@ -94,36 +94,46 @@ Retained<NSObject> Reader::read() {
 }
 
 void Reader::readTrailer() {
-    const auto refuse = [](const char* text) { throw PropertyListProblem(text); };
-    if (document_.size() < magic.size() + trailerSize) refuse("Binary property list that is too short");
+    const auto refuse = [](const char* text, std::size_t offset) {
+        throw PropertyListProblem(std::string(text) + " at offset " + std::to_string(offset));
+    };
+    // The last character is a minor version, which has never made a difference.
+    if (!document_.starts_with(magic.substr(0, magic.size() - 1)))
+        refuse("Binary property list of an unknown version", 6);
+    if (document_.size() < magic.size() + trailerSize)
+        refuse("Binary property list that is too short and ends", document_.size());
     const std::size_t start = document_.size() - trailerSize;
     trailer_ = {static_cast<std::uint8_t>(document_[start + 6]),
                 static_cast<std::uint8_t>(document_[start + 7]), bigEndian(start + 8, 8),
                 bigEndian(start + 16, 8), bigEndian(start + 24, 8)};
-    if (trailer_.offsetSize < 1 || trailer_.offsetSize > 8) refuse("Trailer with a wrong size of offsets");
+    if (trailer_.offsetSize < 1 || trailer_.offsetSize > 8)
+        refuse("Trailer with a wrong size of offsets", start + 6);
     if (trailer_.referenceSize < 1 || trailer_.referenceSize > 8)
-        refuse("Trailer with a wrong size of references");
+        refuse("Trailer with a wrong size of references", start + 7);
     if (trailer_.offsetTableStart <= magic.size() || trailer_.offsetTableStart > start)
-        refuse("Offset table outside of the document");
+        refuse("Offset table outside of the document", start + 24);
     if (trailer_.objectCount == 0
         || trailer_.objectCount > (start - trailer_.offsetTableStart) / trailer_.offsetSize)
-        refuse("Trailer with a wrong number of objects");
-    if (trailer_.topObject >= trailer_.objectCount) refuse("Trailer with a top object that is not there");
+        refuse("Trailer with a wrong number of objects", start + 8);
+    if (trailer_.topObject >= trailer_.objectCount)
+        refuse("Trailer with a top object that is not there", start + 16);
 }
 
 std::uint64_t Reader::bigEndian(std::size_t position, std::size_t size) const {
     std::uint64_t value = 0;
-    for (const char byte : document_.substr(position, size))
-        value = value << 8 | static_cast<unsigned char>(byte);
+    const char* const bytes = document_.data() + position;
+    for (std::size_t index = 0; index < size; ++index)
+        value = value << 8 | static_cast<unsigned char>(bytes[index]);
     return value;
 }
 
 // The numbers of objects are checked before they come here.
 Reader::Header Reader::headerOf(std::uint64_t number) {
     current_ = number;
-    const std::uint64_t offset =
-        bigEndian(trailer_.offsetTableStart + number * trailer_.offsetSize, trailer_.offsetSize);
+    offset_ = trailer_.offsetTableStart + number * trailer_.offsetSize; // of its entry in the table
+    const std::uint64_t offset = bigEndian(offset_, trailer_.offsetSize);
     if (offset < magic.size() || offset >= trailer_.offsetTableStart) fail("Offset outside of the objects");
+    offset_ = offset;
     const auto byte = static_cast<unsigned char>(document_[offset]);
     return {static_cast<Marker>(byte >> 4), static_cast<std::uint8_t>(byte & 0xF), offset + 1};
 }
@@ -145,15 +155,11 @@ std::size_t Reader::lengthAt(Header& header, std::size_t unitSize) {
     return length;
 }
 
+// Of the objects that readers make: those at the place of a key are never mutable.
+bool isString(NSObject object) { return object.object()->isa == NSString::classObject().object(); }
+
 bool Reader::isKeyPlace() const {
     return !open_.empty() && open_.back().isDictionary && open_.back().read <= open_.back().contentCount / 2;
-}
-
-// Whether all places that refer to an object may have the same one.
-bool Reader::isShared(const NSObject& object) const {
-    if (object.isKindOfClass(NSArray::classObject()) || object.isKindOfClass(NSDictionary::classObject()))
-        return !objects_.hasMutableContainers();
-    return !objects_.hasMutableLeaves();
 }
 
 // Appends an object to the items, or opens it when it is a container.
@@ -168,9 +174,9 @@ void Reader::readObject(std::uint64_t number) {
             return openContainer(number, header);
         }
         items_.push_back(leaf(header));
-        if (isShared(items_.back())) known_[number] = items_.back();
+        if (!objects_.hasMutableLeaves()) known_[number] = items_.back();
     }
-    if (isKeyPlace() && !items_.back().isKindOfClass(NSString::classObject())) fail("Key that is no string");
+    if (isKeyPlace() && !isString(items_.back())) fail("Key that is no string");
 }
 
 void Reader::openContainer(std::uint64_t number, const Header& header) {
@@ -189,6 +195,7 @@ void Reader::readNextContent() {
         bigEndian(container.references + container.read * trailer_.referenceSize, trailer_.referenceSize);
     ++container.read;
     current_ = container.number;
+    offset_ = container.references + (container.read - 1) * trailer_.referenceSize;
     if (number >= trailer_.objectCount) fail("Reference to an object that is not there");
     if (++followedCount_ > document_.size() + mostSharedReferences)
         fail("Too many copies of shared mutable objects");
@@ -200,19 +207,11 @@ void Reader::closeContainer() {
     open_.pop_back();
     isOpen_[container.number] = false;
     const std::size_t first = items_.size() - container.contentCount;
-    const auto contents = std::span<const Retained<NSObject>>(items_).subspan(first);
-    Retained<NSObject> made;
-    if (container.isDictionary) {
-        keysAndValues_.clear();
-        const std::size_t count = container.contentCount / 2;
-        for (std::size_t index = 0; index < count; ++index) {
-            keysAndValues_.push_back(contents[index]);
-            keysAndValues_.push_back(contents[count + index]);
-        }
-        made = objects_.dictionary(keysAndValues_);
-    } else {
-        made = objects_.array(contents);
-    }
+    const auto contents = std::span(items_).subspan(first);
+    const std::size_t keyCount = container.contentCount / 2;
+    Retained<NSObject> made =
+        container.isDictionary ? objects_.dictionary(contents.data(), contents.data() + keyCount, keyCount, 1)
+                               : objects_.array(contents);
     items_.resize(first);
     if (!objects_.hasMutableContainers()) known_[container.number] = made;
     items_.push_back(std::move(made));
@@ -223,7 +222,7 @@ Retained<NSObject> Reader::leaf(const Header& header) {
     switch (header.marker) {
     case simple:
         if (header.low == falseByte || header.low == trueByte)
-            return retain<NSObject>(NSNumber::numberWithBool(header.low == trueByte));
+            return PropertyListObjects::boolean(header.low == trueByte);
         break;
     case integer:
         return integerAt(header);
@@ -267,11 +266,10 @@ Retained<NSObject> Reader::realAt(const Header& header) {
     if (size > trailer_.offsetTableStart - header.position) fail("Real or date that is cut off");
     const std::uint64_t bits = bigEndian(header.position, size);
     if (byte == floatByte)
-        return retain<NSObject>(
-            NSNumber::numberWithFloat(std::bit_cast<float>(static_cast<std::uint32_t>(bits))));
+        return PropertyListObjects::singleReal(std::bit_cast<float>(static_cast<std::uint32_t>(bits)));
     const auto value = std::bit_cast<double>(bits);
     if (byte == dateByte) return retain<NSObject>(NSDate::dateWithTimeIntervalSinceReferenceDate(value));
-    return retain<NSObject>(NSNumber::numberWithDouble(value));
+    return PropertyListObjects::real(value);
 }
 
 Retained<NSObject> Reader::stringAt(Header header) {

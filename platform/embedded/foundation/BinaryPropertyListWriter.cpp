@@ -8,9 +8,10 @@
 #include "platform/embedded/foundation/BinaryPropertyListFormat.h"
 #include "platform/embedded/foundation/KeyedArchiverUID.h"
 #include "platform/embedded/foundation/NumberValue.h"
-#include "platform/embedded/foundation/ObjectNumbers.h"
-#include "platform/embedded/foundation/PropertyListError.h"
+#include "platform/embedded/foundation/PropertyLists.h"
 #include "platform/embedded/foundation/StringStorage.h"
+#include "platform/services/ObjectNumbers.h"
+#include "platform/services/PropertyListError.h"
 
 #include <algorithm>
 #include <bit>
@@ -30,14 +31,15 @@ private:
     // values) are fetched once, since they might be made anew each time.
     struct Entry {
         NSObject object;
-        std::size_t firstContent;
-        std::size_t contentCount;
-        bool isContainer;
+        PropertyListKind kind;
+        std::size_t firstContent = 0;
+        std::size_t contentCount = 0;
     };
 
-    void number(NSObject propertyList);
-    void fetchContents(Entry& entry);
+    std::size_t numberOf(NSObject object, bool mayBeShared);
+    void fetchContents(std::size_t entry);
     void appendObject(const Entry& entry);
+    void appendContainer(const Entry& entry);
     void appendNumber(NSNumber number);
     void appendString(NSString string);
     void appendLength(Marker marker, std::uint64_t length);
@@ -45,9 +47,13 @@ private:
     void append(std::uint64_t value, unsigned size);
 
     std::string document_;
-    std::vector<Entry> entries_;
-    std::vector<NSObject> contents_; // of all containers
-    ObjectNumbers numbers_;
+    std::vector<Entry> entries_;        // by number
+    std::vector<std::size_t> contents_; // the numbers of those of all containers
+    std::vector<std::size_t> values_;   // of the dictionary being fetched
+    ObjectNumbers sharedNumbers_;       // of objects that may be met again
+    std::vector<std::size_t> shared_;   // their numbers among the entries
+    std::vector<Retained<NSObject>> held_;
+    PropertyListKinds<PropertyListStorage> kinds_;
     unsigned referenceSize_ = 1;
 };
 
@@ -59,7 +65,9 @@ unsigned smallestSize(std::uint64_t value) {
 }
 
 std::string Writer::write(NSObject propertyList) {
-    number(propertyList);
+    numberOf(propertyList, true);
+    for (std::size_t entry = 0; entry < entries_.size(); ++entry)
+        if (isContainer(entries_[entry].kind)) fetchContents(entry);
     referenceSize_ = smallestSize(entries_.size());
     document_ = magic;
     std::vector<std::uint64_t> offsets;
@@ -80,58 +88,80 @@ std::string Writer::write(NSObject propertyList) {
     return std::move(document_);
 }
 
-// Gives every object its number, a container's before those of its contents.
-void Writer::number(NSObject propertyList) {
-    std::vector<NSObject> pending{propertyList};
-    while (!pending.empty()) {
-        const NSObject object = pending.back();
-        pending.pop_back();
-        if (numbers_.numberOf(object) < entries_.size()) continue;
-        Entry entry{object, contents_.size(), 0, false};
-        fetchContents(entry);
-        entries_.push_back(entry);
-        pending.insert(pending.end(), contents_.rbegin(),
-                       contents_.rbegin() + static_cast<std::ptrdiff_t>(entry.contentCount));
+// The number of an object, which is the next one for an object that was not met before. What has a single
+// owner is met once.
+std::size_t Writer::numberOf(NSObject object, bool mayBeShared) {
+    if (mayBeShared) {
+        const std::size_t number = sharedNumbers_.numberOf(object);
+        if (number < shared_.size()) return shared_[number];
+        shared_.push_back(entries_.size());
     }
+    entries_.push_back({object, kinds_.of(object)});
+    return entries_.size() - 1;
 }
 
-void Writer::fetchContents(Entry& entry) {
-    if (const auto array = kindOf<NSArray>(entry.object)) {
-        for (const NSObject item : array) contents_.push_back(item);
-        entry.isContainer = true;
-    } else if (const auto dictionary = kindOf<NSDictionary>(entry.object)) {
-        for (const NSObject key : dictionary) contents_.push_back(key);
-        const std::size_t end = contents_.size();
-        for (std::size_t index = entry.firstContent; index < end; ++index)
-            contents_.push_back(dictionary.objectForKey(contents_[index]));
-        entry.isContainer = true;
+void Writer::fetchContents(std::size_t entry) {
+    const auto [container, kind, none, nothing] = entries_[entry];
+    const std::size_t first = contents_.size();
+    const bool isForeign = PropertyListStorage::isForeign(container, kind);
+    const auto number = [&](NSObject object) {
+        // What other code answers lasts until it is written.
+        if (isForeign) held_.push_back(retain(object));
+        return numberOf(object, isForeign || PropertyListStorage::mayBeShared(object));
+    };
+    values_.clear();
+    PropertyListStorage::Contents contents(container, kind);
+    NSObject key, object;
+    while (contents.next(key, object)) {
+        if (kind == PropertyListKind::dictionary) {
+            contents_.push_back(number(key));
+            values_.push_back(number(object));
+        } else {
+            contents_.push_back(number(object));
+        }
     }
-    entry.contentCount = contents_.size() - entry.firstContent;
+    contents_.insert(contents_.end(), values_.begin(), values_.end());
+    entries_[entry].firstContent = first;
+    entries_[entry].contentCount = contents_.size() - first;
 }
 
 void Writer::appendObject(const Entry& entry) {
-    if (entry.isContainer) {
-        const bool isArray = entry.object.isKindOfClass(NSArray::classObject());
-        appendLength(isArray ? array : dictionary, isArray ? entry.contentCount : entry.contentCount / 2);
-        for (std::size_t index = 0; index < entry.contentCount; ++index)
-            append(numbers_.numberOf(contents_[entry.firstContent + index]), referenceSize_);
-    } else if (const auto string = kindOf<NSString>(entry.object)) {
-        appendString(string);
-    } else if (const auto number = kindOf<NSNumber>(entry.object)) {
-        appendNumber(number);
-    } else if (const auto instant = kindOf<NSDate>(entry.object)) {
+    switch (entry.kind) {
+    case PropertyListKind::string:
+        return appendString(as<NSString>(entry.object));
+    case PropertyListKind::number:
+        return appendNumber(as<NSNumber>(entry.object));
+    case PropertyListKind::date:
         append(dateByte, 1);
-        append(std::bit_cast<std::uint64_t>(instant.timeIntervalSinceReferenceDate()), 8);
-    } else if (const auto bytes = kindOf<NSData>(entry.object)) {
+        return append(std::bit_cast<std::uint64_t>(as<NSDate>(entry.object).timeIntervalSinceReferenceDate()),
+                      8);
+    case PropertyListKind::data: {
+        const auto bytes = as<NSData>(entry.object);
         appendLength(data, bytes.length());
         document_.append(static_cast<const char*>(bytes.bytes()), bytes.length());
-    } else if (const auto reference = keyedArchiverUID(entry.object)) {
-        const unsigned size = smallestSize(*reference);
-        append(uid << 4 | (size - 1), 1);
-        append(*reference, size);
-    } else {
-        throw PropertyListProblem("An object changed while it was written");
+        return;
     }
+    case PropertyListKind::uid:
+        if (const auto reference = keyedArchiverUID(entry.object)) {
+            const unsigned size = smallestSize(*reference);
+            append(uid << 4 | (size - 1), 1);
+            return append(*reference, size);
+        }
+        break;
+    case PropertyListKind::array:
+    case PropertyListKind::dictionary:
+        return appendContainer(entry);
+    case PropertyListKind::other:
+        break;
+    }
+    throw PropertyListProblem("An object changed while it was written");
+}
+
+void Writer::appendContainer(const Entry& entry) {
+    const bool isArray = entry.kind == PropertyListKind::array;
+    appendLength(isArray ? array : dictionary, isArray ? entry.contentCount : entry.contentCount / 2);
+    for (std::size_t index = 0; index < entry.contentCount; ++index)
+        append(contents_[entry.firstContent + index], referenceSize_);
 }
 
 void Writer::appendNumber(NSNumber number) {
@@ -169,15 +199,16 @@ void Writer::appendSmallestInteger(std::uint64_t value) {
 }
 
 void Writer::appendString(NSString string) {
-    contentsOf(string).visit([this](auto units) {
-        if (std::ranges::all_of(units, [](char16_t unit) { return unit < 0x80; })) {
-            appendLength(asciiString, units.size());
-            document_.append(units.begin(), units.end());
-        } else {
-            appendLength(utf16String, units.size());
-            for (const char16_t unit : units) append(unit, 2);
-        }
-    });
+    const Contents text = contentsOf(string);
+    const bool isASCII = text.visit(
+        [](auto units) { return std::ranges::all_of(units, [](char16_t unit) { return unit < 0x80; }); });
+    appendLength(isASCII ? asciiString : utf16String, text.length());
+    if (isASCII && !text.isWide())
+        document_.append(reinterpret_cast<const char*>(text.narrow()), text.length());
+    else
+        text.visit([&](auto units) {
+            for (const char16_t unit : units) append(unit, isASCII ? 1 : 2);
+        });
 }
 
 void Writer::appendLength(Marker marker, std::uint64_t length) {
@@ -188,8 +219,10 @@ void Writer::appendLength(Marker marker, std::uint64_t length) {
 }
 
 void Writer::append(std::uint64_t value, unsigned size) {
-    for (unsigned byte = size; byte-- > 0;)
-        document_.push_back(static_cast<char>(static_cast<unsigned char>(value >> 8 * byte)));
+    char bytes[sizeof value];
+    for (unsigned byte = 0; byte < size; ++byte)
+        bytes[byte] = static_cast<char>(static_cast<unsigned char>(value >> 8 * (size - 1 - byte)));
+    document_.append(bytes, size);
 }
 
 } // namespace

@@ -10,9 +10,9 @@
 #include "platform/embedded/foundation/KeyedArchiveFormat.h"
 #include "platform/embedded/foundation/KeyedArchiverUID.h"
 #include "platform/embedded/foundation/KeyedCoding.h"
-#include "platform/embedded/foundation/ObjectNumbers.h"
-#include "platform/embedded/foundation/PropertyListError.h"
 #include "platform/embedded/foundation/XMLPropertyListWriter.h"
+#include "platform/services/ObjectNumbers.h"
+#include "platform/services/PropertyListError.h"
 
 #include <limits>
 #include <unordered_map>

@@ -194,6 +194,11 @@ NSNumber copyWithZone(NSNumber self, SEL, void*) { return retain(self).leak(); }
 
 } // namespace
 
+Retained<NSNumber> newNumber(const NumberValue& value) {
+    if (const NSNumber common = CommonNumbers::shared().find(value)) return retain(common);
+    return adopt(NSNumber(makeNumber(value)));
+}
+
 NumberValue valueOf(NSNumber number) {
     if (isPlain(number) || answersWith(number, "objCType"_sel, objCType))
         return storageOf<NumberValue>(number);

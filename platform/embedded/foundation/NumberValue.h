@@ -2,6 +2,7 @@
 #pragma once
 
 #include "TessarinPlatform/NSNumber.h"
+#include "TessarinPlatform/Retained.h"
 
 #include <cstdint>
 #include <string>
@@ -66,6 +67,9 @@ private:
 // A total order by mathematical value, without rounding between the kinds. NaN is the same as itself and
 // stands between the negative numbers and zero.
 NSComparisonResult compareNumbers(const NumberValue& left, const NumberValue& right);
+
+// A number of that value.
+Retained<NSNumber> newNumber(const NumberValue& value);
 
 // The value of any number, asked for by message where a subclass keeps its own. An object that is no number
 // raises the unrecognised-selector exception.

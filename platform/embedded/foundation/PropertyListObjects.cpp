@@ -1,59 +1,75 @@
 #include "platform/embedded/foundation/PropertyListObjects.h"
 
-#include "TessarinPlatform/NSMutableArray.h"
-#include "TessarinPlatform/NSMutableDictionary.h"
-#include "TessarinPlatform/NSMutableString.h"
-#include "TessarinPlatform/NSNumber.h"
-
-#include <limits>
+#include "TessarinPlatform/NSMutableData.h"
+#include "platform/embedded/foundation/ArrayStorage.h"
+#include "platform/embedded/foundation/DataStorage.h"
+#include "platform/embedded/foundation/DictionaryStorage.h"
+#include "platform/embedded/foundation/NumberValue.h"
+#include "platform/embedded/foundation/StringStorage.h"
 
 namespace tessarin::embedded {
 
-NSString PropertyListObjects::newString(bool isKey) const {
-    return hasMutableLeaves() && !isKey ? NSString(NSMutableString::alloc()) : NSString::alloc();
-}
-
 Retained<NSObject> PropertyListObjects::string(std::string_view utf8, bool isKey) const {
-    return adopt(
-        newString(isKey).initWithBytes_length_encoding(utf8.data(), utf8.size(), NSUTF8StringEncoding));
+    if (isKey || !hasMutableLeaves()) return newStringFromUtf8(utf8);
+    return adopt(NSObject(NSMutableString::alloc().initWithBytes_length_encoding(utf8.data(), utf8.size(),
+                                                                                 NSUTF8StringEncoding)));
 }
 
 Retained<NSObject> PropertyListObjects::string(std::u16string_view units, bool isKey) const {
-    return adopt(newString(isKey).initWithCharacters_length(units.data(), units.size()));
+    if (isKey || !hasMutableLeaves()) return newString(units);
+    return adopt(NSObject(NSMutableString::alloc().initWithCharacters_length(units.data(), units.size())));
 }
 
 Retained<NSObject> PropertyListObjects::data(std::string_view bytes) const {
-    const Class dataClass = hasMutableLeaves() ? "NSMutableData"_class : "NSData"_class;
+    if (!hasMutableLeaves()) return newData(std::as_bytes(std::span(bytes)));
     const void* const start = bytes.data();
     const NSUInteger length = bytes.size();
-    return retain<NSObject>(send<NSData>(dataClass, "dataWithBytes:length:"_sel, start, length));
+    return retain(send<NSObject>(NSMutableData::classObject(), "dataWithBytes:length:"_sel, start, length));
 }
 
 Retained<NSObject> PropertyListObjects::integer(std::int64_t value) {
-    return retain<NSObject>(NSNumber::numberWithLongLong(value));
+    return newNumber(NumberValue::ofInt64(value));
 }
-
 Retained<NSObject> PropertyListObjects::unsignedInteger(std::uint64_t value) {
-    constexpr std::uint64_t largestSigned = std::numeric_limits<std::int64_t>::max();
-    if (value <= largestSigned) return integer(static_cast<std::int64_t>(value));
-    return retain<NSObject>(NSNumber::numberWithUnsignedLongLong(value));
+    return newNumber(NumberValue::ofUnsigned(value));
+}
+Retained<NSObject> PropertyListObjects::boolean(bool value) {
+    return newNumber(NumberValue::ofBoolean(value));
+}
+Retained<NSObject> PropertyListObjects::real(double value) { return newNumber(NumberValue::ofDouble(value)); }
+Retained<NSObject> PropertyListObjects::singleReal(float value) {
+    return newNumber(NumberValue::ofFloat(value));
 }
 
-Retained<NSObject> PropertyListObjects::array(std::span<const Retained<NSObject>> items) const {
-    static_assert(sizeof(Retained<NSObject>)
-                  == sizeof(NSObject)); // so that a run of one is a run of the other
-    const NSObject* const objects = items.data();
-    const NSArray array = hasMutableContainers() ? NSArray(NSMutableArray::alloc()) : NSArray::alloc();
-    return adopt(array.initWithObjects_count(objects, items.size()));
+Retained<NSObject> PropertyListObjects::array(std::span<Retained<NSObject>> items) const {
+    if (!hasMutableContainers())
+        return newArrayOfNew(items.size(), [&](std::size_t index) { return std::move(items[index]); });
+    Retained<NSObject> array = adopt(NSObject(createInstance(NSMutableArray::classObject())));
+    ArrayStorage& storage = storageOf<ArrayStorage>(array);
+    storage.allocate(items.size());
+    for (Retained<NSObject>& item : items) storage.items[storage.count++] = item.leak();
+    return array;
 }
 
-Retained<NSObject> PropertyListObjects::dictionary(std::span<const Retained<NSObject>> keysAndValues) const {
-    Retained<NSMutableDictionary> dictionary =
-        adopt(NSMutableDictionary::alloc().initWithCapacity(keysAndValues.size() / 2));
-    for (std::size_t index = 0; index < keysAndValues.size(); index += 2)
-        dictionary.setObject_forKey(keysAndValues[index + 1], keysAndValues[index]);
-    if (hasMutableContainers()) return dictionary;
-    return adopt(NSObject(dictionary.copy()));
+Retained<NSObject> PropertyListObjects::dictionary(Retained<NSObject>* keys, Retained<NSObject>* values,
+                                                   std::size_t count, std::size_t step) const {
+    const Class dictionaryClass =
+        hasMutableContainers() ? NSMutableDictionary::classObject() : NSDictionary::classObject();
+    Retained<NSObject> dictionary = adopt(NSObject(createInstance(dictionaryClass)));
+    DictionaryStorage& storage = storageOf<DictionaryStorage>(dictionary);
+    storage.reserve(count);
+    for (std::size_t index = 0; index < count; ++index) {
+        Retained<NSObject>& key = keys[index * step];
+        Retained<NSObject>& value = values[index * step];
+        const NSUInteger hash = key.hash();
+        const std::size_t found = findEntry(as<NSDictionary>(dictionary), key, hash);
+        if (found == DictionaryStorage::notFound) {
+            storage.append({hash, key.leak(), value.leak()});
+        } else {
+            const Retained<NSObject> replaced = adopt(storage.replaceObject(found, value.leak()));
+        }
+    }
+    return dictionary;
 }
 
 } // namespace tessarin::embedded

@@ -3,15 +3,13 @@
 
 #include "TessarinPlatform/NSPropertyListSerialization.h"
 #include "TessarinPlatform/Retained.h"
+#include "platform/services/PropertyListKinds.h"
 
 #include <cstdint>
 #include <span>
 #include <string_view>
 
 namespace tessarin::embedded {
-
-// As many containers inside each other as the platform reads.
-inline constexpr std::size_t deepestPropertyList = 512;
 
 class PropertyListObjects {
 public:
@@ -27,13 +25,23 @@ public:
     // Integers are 64 bits wide, whatever width they were written in.
     static Retained<NSObject> integer(std::int64_t value);
     static Retained<NSObject> unsignedInteger(std::uint64_t value);
-    Retained<NSObject> array(std::span<const Retained<NSObject>> items) const;
-    // Key, value, key, value, ... Of equal keys the last counts.
-    Retained<NSObject> dictionary(std::span<const Retained<NSObject>> keysAndValues) const;
+    static Retained<NSObject> boolean(bool value);
+    static Retained<NSObject> real(double value);
+    static Retained<NSObject> singleReal(float value);
+
+    // Containers take over the references to what they hold, which leaves nil there.
+    Retained<NSObject> array(std::span<Retained<NSObject>> items) const;
+    // Every `step`th object from `keys` on is a key, that of the value at the same place from `values` on. Of
+    // equal keys the last counts. Keys are strings that this has made.
+    Retained<NSObject> dictionary(Retained<NSObject>* keys, Retained<NSObject>* values, std::size_t count,
+                                  std::size_t step) const;
+    // Key, value, key, value, ...
+    Retained<NSObject> dictionary(std::span<Retained<NSObject>> keysAndValues) const {
+        Retained<NSObject>* const keys = keysAndValues.data();
+        return dictionary(keys, keys ? keys + 1 : keys, keysAndValues.size() / 2, 2);
+    }
 
 private:
-    NSString newString(bool isKey) const;
-
     NSPropertyListMutabilityOptions mutability_;
 };
 

@@ -1,4 +1,4 @@
-// Files of localised texts: "key" = "text"; with comments, or a property list.
+// Files of localised texts: "key" = "text"; with comments, which is a property list without its brackets.
 #pragma once
 
 #include "TessarinPlatform/NSDictionary.h"
@@ -7,8 +7,8 @@
 
 namespace tessarin::embedded {
 
-// The texts of a file by their keys, autoreleased; nil for a file that is damaged anywhere. Property lists
-// are taken in XML and binary form. Any other file is UTF-8, or UTF-16 with a byte-order mark:
+// The texts of a file by their keys, autoreleased; nil for a file that is damaged anywhere. Any property list
+// that is a dictionary is taken, most often one of the old text form:
 //
 //   /* the title of the window */
 //   "title" = "Effects \"A\" \U2013 B";   // \U and four hexadecimal digits, or what C writes

@@ -2,12 +2,11 @@
 
 #include "TessarinPlatform/AutoreleasePool.h"
 #include "TessarinPlatform/NSDate.h"
-#include "TessarinPlatform/NSNumber.h"
-#include "platform/embedded/foundation/PropertyListError.h"
+#include "platform/embedded/foundation/DocumentText.h"
 #include "platform/embedded/foundation/PropertyListObjects.h"
-#include "platform/embedded/foundation/XMLDocumentText.h"
 #include "platform/embedded/foundation/XMLPropertyListValues.h"
 #include "platform/embedded/foundation/XMLScanner.h"
+#include "platform/services/PropertyListError.h"
 
 #include <vector>
 
@@ -97,7 +96,7 @@ Retained<NSObject> Reader::closeContainer(const XMLTag& tag) {
         scanner_.fail("Closing tag </" + shortened(tag.name) + "> of an open <" + expected + ">");
     if (isDictionary && (items_.size() - firstItem) % 2 != 0)
         scanner_.fail("Key without a value in a dictionary");
-    const auto contents = std::span<const Retained<NSObject>>(items_).subspan(firstItem);
+    const auto contents = std::span(items_).subspan(firstItem);
     Retained<NSObject> container = isDictionary ? objects_.dictionary(contents) : objects_.array(contents);
     items_.resize(firstItem);
     open_.pop_back();
@@ -115,7 +114,7 @@ Retained<NSObject> Reader::readLeaf(const XMLTag& tag) {
     if (isBoolean) {
         if (text.find_first_not_of(" \t\n\r") != std::string_view::npos)
             scanner_.fail("Text inside <" + std::string(name) + ">");
-        return retain<NSObject>(NSNumber::numberWithBool(name == "true"));
+        return PropertyListObjects::boolean(name == "true");
     }
     if (name == "integer") return makeInteger(text);
     if (name == "real") return makeReal(text);
@@ -135,7 +134,7 @@ Retained<NSObject> Reader::makeInteger(std::string_view text) const {
 Retained<NSObject> Reader::makeReal(std::string_view text) const {
     const auto real = realFromText(text);
     if (!real) scanner_.fail("Real that is malformed or out of range");
-    return retain<NSObject>(NSNumber::numberWithDouble(*real));
+    return PropertyListObjects::real(*real);
 }
 
 Retained<NSObject> Reader::makeDate(std::string_view text) const {
@@ -152,10 +151,7 @@ Retained<NSObject> Reader::makeData(std::string_view text) const {
 
 } // namespace
 
-Retained<NSObject> readXMLPropertyList(std::string_view document,
-                                       NSPropertyListMutabilityOptions mutability) {
-    std::string converted;
-    const std::string_view text = textOfXMLDocument(document, converted);
+Retained<NSObject> readXMLPropertyList(std::string_view text, NSPropertyListMutabilityOptions mutability) {
     const AutoreleasePool pool; // for the numbers, which would otherwise wait for the caller's
     return Reader(text, mutability).read();
 }

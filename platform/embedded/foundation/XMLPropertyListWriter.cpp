@@ -6,8 +6,10 @@
 #include "TessarinPlatform/NSDictionary.h"
 #include "TessarinPlatform/NSNumber.h"
 #include "platform/embedded/foundation/KeyedArchiverUID.h"
-#include "platform/embedded/foundation/PropertyListError.h"
+#include "platform/embedded/foundation/PropertyLists.h"
+#include "platform/embedded/foundation/StringStorage.h"
 #include "platform/embedded/foundation/XMLPropertyListValues.h"
+#include "platform/services/PropertyListError.h"
 
 #include <algorithm>
 #include <charconv>
@@ -25,8 +27,12 @@ constexpr std::string_view documentEnd = "</plist>\n";
 // Deeper lists cannot be read back, and unlimited tabs would make a deep list's size quadratic.
 constexpr std::size_t maximumIndentation = 512;
 
+constexpr std::size_t mostBytesOfCopies = std::size_t{64} << 20;
+
 class Writer {
 public:
+    explicit Writer(std::size_t objectCount) : mostObjects_(16 * objectCount) {}
+
     std::string write(NSObject propertyList);
 
 private:
@@ -37,19 +43,25 @@ private:
     };
 
     void appendValue(NSObject object);
-    void appendArray(NSArray array);
-    void appendDictionary(NSDictionary dictionary);
+    void appendArray(NSObject array);
+    void appendDictionary(NSObject dictionary);
+    void holdIfForeign(NSObject container, PropertyListKind kind, NSObject content);
     void appendNumber(NSNumber number);
     void appendDateElement(NSDate date);
     void appendDataElement(NSData data);
     void appendUID(std::uint32_t value);
-    void appendTextElement(const char* name, NSString string);
+    void appendTextElement(std::string_view name, StringView text);
     void appendIndentation() { document_.append(std::min(depth_, maximumIndentation), '\t'); }
+    void appendEscaped(std::string_view text);
     void appendLine(std::string_view line);
 
     std::string document_;
     std::vector<Pending> pending_; // what is still to be written, the next last
+    std::vector<Retained<NSObject>> held_;
+    PropertyListKinds<PropertyListStorage> kinds_;
     std::size_t depth_ = 0;
+    std::size_t objectCount_ = 0; // written so far
+    const std::size_t mostObjects_;
 };
 
 std::string Writer::write(NSObject propertyList) {
@@ -63,7 +75,7 @@ std::string Writer::write(NSObject propertyList) {
             appendValue(object);
             break;
         case Part::key:
-            appendTextElement("key", as<NSString>(object));
+            appendTextElement("key", contentsOf(as<NSString>(object)));
             break;
         case Part::arrayEnd:
             --depth_;
@@ -80,51 +92,77 @@ std::string Writer::write(NSObject propertyList) {
 }
 
 void Writer::appendValue(NSObject object) {
-    if (const auto string = kindOf<NSString>(object))
-        appendTextElement("string", string);
-    else if (const auto number = kindOf<NSNumber>(object))
-        appendNumber(number);
-    else if (const auto array = kindOf<NSArray>(object))
-        appendArray(array);
-    else if (const auto dictionary = kindOf<NSDictionary>(object))
-        appendDictionary(dictionary);
-    else if (const auto date = kindOf<NSDate>(object))
-        appendDateElement(date);
-    else if (const auto data = kindOf<NSData>(object))
-        appendDataElement(data);
-    else if (const auto uid = keyedArchiverUID(object))
-        appendUID(*uid);
-    else
-        throw PropertyListProblem("An object changed while it was written");
+    if (++objectCount_ > mostObjects_ && document_.size() > mostBytesOfCopies)
+        throw PropertyListProblem("XML would hold too many copies of shared containers");
+    switch (kinds_.of(object)) {
+    case PropertyListKind::string:
+        return appendTextElement("string", contentsOf(as<NSString>(object)));
+    case PropertyListKind::number:
+        return appendNumber(as<NSNumber>(object));
+    case PropertyListKind::array:
+        return appendArray(object);
+    case PropertyListKind::dictionary:
+        return appendDictionary(object);
+    case PropertyListKind::date:
+        return appendDateElement(as<NSDate>(object));
+    case PropertyListKind::data:
+        return appendDataElement(as<NSData>(object));
+    case PropertyListKind::uid:
+        if (const auto reference = keyedArchiverUID(object)) return appendUID(*reference);
+        break;
+    case PropertyListKind::other:
+        break;
+    }
+    throw PropertyListProblem("An object changed while it was written");
 }
 
-void Writer::appendArray(NSArray array) {
-    if (array.count() == 0) return appendLine("<array/>");
+// What other code answers lasts until it is written.
+void Writer::holdIfForeign(NSObject container, PropertyListKind kind, NSObject content) {
+    if (PropertyListStorage::isForeign(container, kind)) held_.push_back(retain(content));
+}
+
+void Writer::appendArray(NSObject array) {
+    const std::size_t begin = pending_.size();
+    pending_.push_back({Part::arrayEnd, nil});
+    PropertyListStorage::Contents contents(array, PropertyListKind::array);
+    NSObject none, item;
+    while (contents.next(none, item)) {
+        holdIfForeign(array, PropertyListKind::array, item);
+        pending_.push_back({Part::value, item});
+    }
+    if (pending_.size() == begin + 1) {
+        pending_.pop_back();
+        return appendLine("<array/>");
+    }
     appendLine("<array>");
     ++depth_;
-    pending_.push_back({Part::arrayEnd, nil});
-    const std::size_t first = pending_.size();
-    for (const NSObject item : array) pending_.push_back({Part::value, item});
-    std::reverse(pending_.begin() + static_cast<std::ptrdiff_t>(first), pending_.end());
+    std::reverse(pending_.begin() + static_cast<std::ptrdiff_t>(begin) + 1, pending_.end());
 }
 
-void Writer::appendDictionary(NSDictionary dictionary) {
-    if (dictionary.count() == 0) return appendLine("<dict/>");
+void Writer::appendDictionary(NSObject dictionary) {
     struct Entry {
-        std::u16string sortKey;
         NSObject key;
+        NSObject object;
+        Contents text; // the key's
     };
     std::vector<Entry> entries;
-    for (const NSObject key : dictionary)
-        entries.push_back({static_cast<std::u16string>(as<NSString>(key)), key});
+    PropertyListStorage::Contents contents(dictionary, PropertyListKind::dictionary);
+    NSObject key, object;
+    while (contents.next(key, object)) {
+        holdIfForeign(dictionary, PropertyListKind::dictionary, key);
+        holdIfForeign(dictionary, PropertyListKind::dictionary, object);
+        entries.push_back({key, object, contentsOf(as<NSString>(key))});
+    }
+    if (entries.empty()) return appendLine("<dict/>");
     // By 16-bit units, and from the last to the first since what is pushed last is written first.
-    std::sort(entries.begin(), entries.end(),
-              [](const Entry& left, const Entry& right) { return left.sortKey > right.sortKey; });
+    std::ranges::sort(entries, [](const Entry& left, const Entry& right) {
+        return compareUnits(left.text, right.text) == NSOrderedDescending;
+    });
     appendLine("<dict>");
     ++depth_;
     pending_.push_back({Part::dictionaryEnd, nil});
     for (const Entry& entry : entries) {
-        pending_.push_back({Part::value, dictionary.objectForKey(entry.key)});
+        pending_.push_back({Part::value, entry.object});
         pending_.push_back({Part::key, entry.key});
     }
 }
@@ -177,19 +215,29 @@ void Writer::appendUID(std::uint32_t value) {
     appendLine("</dict>");
 }
 
-void Writer::appendTextElement(const char* name, NSString string) {
-    const std::string text(string);
+void Writer::appendTextElement(std::string_view name, StringView text) {
     appendIndentation();
     document_.append("<").append(name).append(">");
-    std::string_view rest = text;
-    for (;;) {
-        const std::size_t special = rest.find_first_of("<>&");
-        document_ += rest.substr(0, special);
-        if (special == std::string_view::npos) break;
-        document_ += rest[special] == '<' ? "&lt;" : rest[special] == '>' ? "&gt;" : "&amp;";
-        rest.remove_prefix(special + 1);
-    }
+    const bool isASCII = !text.isWide() && text.visit([](auto units) {
+        return std::ranges::all_of(units, [](char16_t unit) { return unit < 0x80; });
+    });
+    if (isASCII)
+        appendEscaped({reinterpret_cast<const char*>(text.narrow()), text.length()});
+    else
+        appendEscaped(utf8Of(text));
     document_.append("</").append(name).append(">\n");
+}
+
+void Writer::appendEscaped(std::string_view text) {
+    std::size_t begin = 0;
+    for (std::size_t position = 0; position < text.size(); ++position) {
+        const char character = text[position];
+        if (character != '<' && character != '>' && character != '&') continue;
+        document_ += text.substr(begin, position - begin);
+        document_ += character == '<' ? "&lt;" : character == '>' ? "&gt;" : "&amp;";
+        begin = position + 1;
+    }
+    document_ += text.substr(begin);
 }
 
 void Writer::appendLine(std::string_view line) {
@@ -200,6 +248,8 @@ void Writer::appendLine(std::string_view line) {
 
 } // namespace
 
-std::string writeXMLPropertyList(NSObject propertyList) { return Writer().write(propertyList); }
+std::string writeXMLPropertyList(NSObject propertyList, std::size_t objectCount) {
+    return Writer(objectCount).write(propertyList);
+}
 
 } // namespace tessarin::embedded

@@ -1,11 +1,10 @@
 #include "platform/embedded/foundation/XMLScanner.h"
 
-#include "platform/embedded/foundation/PropertyListError.h"
-#include "platform/embedded/foundation/XMLDocumentText.h"
+#include "platform/embedded/foundation/DocumentText.h"
+#include "platform/services/PropertyListError.h"
 
 #include <charconv>
 #include <cstdint>
-#include <cstdio>
 
 namespace tessarin::embedded {
 namespace {
@@ -50,7 +49,7 @@ XMLTag XMLScanner::readTag() {
     skipInsignificant();
     start_ = position_;
     if (atEnd()) fail("Unexpected end of the document");
-    if (text_[position_] != '<') fail("Unexpected character " + shownCharacter());
+    if (text_[position_] != '<') fail("Unexpected character " + shownCharacter(text_, position_));
     ++position_;
     XMLTag tag{{}, isAt("/"), false};
     if (tag.isClosing) ++position_;
@@ -230,18 +229,6 @@ void XMLScanner::appendReference(std::string& buffer, std::string_view name) {
         || isSurrogate)
         failAt(position_, "Reference to no character");
     appendUTF8(buffer, character);
-}
-
-// The character at the position as an error text shows it.
-std::string XMLScanner::shownCharacter() const {
-    const auto lead = static_cast<unsigned char>(text_[position_]);
-    if (lead < 0x20 || lead == 0x7F) {
-        char name[8];
-        std::snprintf(name, sizeof name, "U+%04X", static_cast<unsigned>(lead));
-        return name;
-    }
-    const std::size_t length = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-    return std::string(text_.substr(position_, length));
 }
 
 void XMLScanner::failAt(std::size_t position, const std::string& problem) const {

@@ -46,7 +46,6 @@ private:
     void skipDocumentType();
     void appendUnescaped(std::string& buffer, std::size_t end);
     void appendReference(std::string& buffer, std::string_view name);
-    std::string shownCharacter() const;
     [[noreturn]] void failAt(std::size_t position, const std::string& problem) const;
 
     std::string_view text_;
