@@ -16,30 +16,31 @@ constexpr char illegalCharacters[] = "\"*./:<>?\\|";
 constexpr char reservedCharacters[] = " \"#$%&+,/:;<=>?@[\\]^`{|}";
 constexpr char escapingCharacter[] = "-";
 
-// A constant string stands in should the platform make no string of the text.
-NSString orConstant(NSString string, const char* text) {
-    return string ? string : NSString(runtime::makeConstantString(text));
+// The string that the platform has made of a text; should it have made none, a constant one.
+template <tessarin::detail::FixedString text>
+NSString orLiteral(NSString made) {
+    return made ? made : operator""_ns<text>();
 }
 
-NSCharacterSet makeSet(const char* characters) {
+template <tessarin::detail::FixedString characters>
+NSCharacterSet makeSet() {
     const AutoreleasePool pool;
     const NSString string =
-        orConstant(NSString::stringWithCString_encoding(characters, NSUTF8StringEncoding), characters);
+        orLiteral<characters>(NSString::stringWithCString_encoding(characters.c_str(), NSUTF8StringEncoding));
     return retain(NSCharacterSet::characterSetWithCharactersInString(string)).leak();
 }
 
 NSCharacterSet fileNameIllegalCharacters(Class, SEL) {
-    static const NSCharacterSet set = makeSet(illegalCharacters);
+    static const NSCharacterSet set = makeSet<illegalCharacters>();
     return set;
 }
 NSCharacterSet fileNameReservedCharacters(Class, SEL) {
-    static const NSCharacterSet set = makeSet(reservedCharacters);
+    static const NSCharacterSet set = makeSet<reservedCharacters>();
     return set;
 }
 NSString escapingFileNameCharacter(Class, SEL) {
-    static const NSString character =
-        orConstant(NSString::alloc().initWithCString_encoding(escapingCharacter, NSUTF8StringEncoding),
-                   escapingCharacter);
+    static const NSString character = orLiteral<escapingCharacter>(
+        NSString::alloc().initWithCString_encoding(escapingCharacter, NSUTF8StringEncoding));
     return character;
 }
 
