@@ -204,7 +204,7 @@ template <class Test>
 void removeItems(NSMutableArray self, Test&& test) {
     const bool isDirect = hasArrayStorage(self);
     const ArrayStorage& storage = storageOf(self);
-    const unsigned long mutations = storage.mutations;
+    const NSUInteger mutations = storage.mutations;
     const NSUInteger count = self.count();
     std::vector<NSUInteger> indexes;
     for (NSUInteger index = 0; index < count; ++index) {
@@ -254,7 +254,7 @@ void sortUsingSelector(NSMutableArray self, SEL, SEL comparison) {
     const Retained<NSArray> kept = newArray(unsorted.data(), unsorted.size());
     const ArrayItems keptItems(kept);
     std::vector<NSObject> items(keptItems.begin(), keptItems.end());
-    const unsigned long mutations = storageOf(self).mutations;
+    const NSUInteger mutations = storageOf(self).mutations;
     sortItems(items, comparison);
     // Comparing is the items' own code, which might have changed the array.
     if (storageOf(self).mutations != mutations) runtime::raiseMutation(self.object());
