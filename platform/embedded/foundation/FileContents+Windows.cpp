@@ -2,6 +2,7 @@
 #if defined(_WIN32)
 
 #    include "platform/embedded/foundation/FileContents.h"
+#    include "platform/embedded/foundation/FileSystemPath.h"
 
 #    include <algorithm>
 #    include <atomic>
@@ -51,7 +52,7 @@ private:
 // Empty for what can name no file.
 std::filesystem::path pathOf(const std::string& utf8) {
     if (utf8.find('\0') != std::string::npos) return {};
-    return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
+    return fileSystemPath(std::u8string_view(reinterpret_cast<const char8_t*>(utf8.data()), utf8.size()));
 }
 
 // As on other systems, what is open may meanwhile be read, written, renamed and removed by others.
