@@ -100,6 +100,9 @@ function(tessarin_set_interface target kind)
     target_compile_features(${target} INTERFACE cxx_std_20)
     target_include_directories(${target} INTERFACE $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>)
     target_link_libraries(${target} PUBLIC Threads::Threads PRIVATE $<BUILD_INTERFACE:tessarin_sanitizers>)
+    if(WIN32)
+        target_link_libraries(${target} PRIVATE synchronization) # waiting for a word
+    endif()
     set_target_properties(
         ${target}
         PROPERTIES LINKER_LANGUAGE CXX

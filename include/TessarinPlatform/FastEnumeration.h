@@ -9,10 +9,10 @@ namespace tessarin {
 
 // The platform's structure, field by field.
 struct NSFastEnumerationState {
-    unsigned long state;
+    NSUInteger state;
     NSObject* itemsPtr;
-    unsigned long* mutationsPtr;
-    unsigned long extra[5];
+    NSUInteger* mutationsPtr;
+    NSUInteger extra[5];
 };
 
 namespace runtime {
@@ -83,7 +83,7 @@ private:
     NSObject buffer_[batchSize];
     NSUInteger index_ = 0;
     NSUInteger count_ = 0;
-    unsigned long mutations_ = 0;
+    NSUInteger mutations_ = 0;
 };
 
 } // namespace tessarin

@@ -282,7 +282,7 @@ TEST_F(ParameterDescriptionTest, ReadingTheWritersLayoutRaises) {
 }
 
 TEST_F(ParameterDescriptionTest, ReadsTheLow32BitsOfUnsignedNumbers) {
-    const NSNumber number = NSNumber::numberWithUnsignedLong(4294967297);
+    const NSNumber number = NSNumber::numberWithUnsignedInteger(4294967297);
     EXPECT_EQ(readNumbers(readersArrayWith(1, number)).clumpID, 1u);
     EXPECT_EQ(readNumbers(readersArrayWith(3, number)).unit, 1u);
     EXPECT_EQ(readNumbers(readersArrayWith(7, number)).flags, 1u);

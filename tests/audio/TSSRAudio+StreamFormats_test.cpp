@@ -36,7 +36,7 @@ protected:
         Retained<NSMutableArray> array = retain(NSMutableArray::array());
         for (NSUInteger index = 0; index < count; ++index)
             array.addObject(index == 0 ? NSNumber::numberWithDouble(0.0)
-                                       : NSNumber::numberWithUnsignedLong(index));
+                                       : NSNumber::numberWithUnsignedInteger(index));
         return array;
     }
     // The field that is read from an element at position 1.
@@ -151,7 +151,7 @@ TEST_F(StreamFormatTest, ReadsStoredFormats) {
 }
 
 TEST_F(StreamFormatTest, ReadsTheLow32BitsOfANumber) {
-    EXPECT_EQ(formatIDReadFrom(NSNumber::numberWithUnsignedLong(4294967297)), 1u);
+    EXPECT_EQ(formatIDReadFrom(NSNumber::numberWithUnsignedInteger(4294967297)), 1u);
     EXPECT_EQ(formatIDReadFrom(NSNumber::numberWithLongLong(4294967297)), 1u);
     EXPECT_EQ(formatIDReadFrom(NSNumber::numberWithUnsignedLongLong(0xFFFFFFFFFFFFFFFE)), 0xFFFFFFFEu);
 }
@@ -159,8 +159,8 @@ TEST_F(StreamFormatTest, ReadsTheLow32BitsOfANumber) {
 TEST_F(StreamFormatTest, ReadsEveryUnsignedFieldFromItsLow32Bits) {
     const Retained<NSMutableArray> array = numbers(9);
     for (NSUInteger index = 1; index < 9; ++index)
-        array.replaceObjectAtIndex_withObject(index,
-                                              NSNumber::numberWithUnsignedLong((7ul << 32) + index * 11));
+        array.replaceObjectAtIndex_withObject(
+            index, NSNumber::numberWithUnsignedLongLong((7ull << 32) + index * 11));
     EXPECT_EQ(TSSRASBDFromArray(array), (AudioStreamBasicDescription{0.0, 11, 22, 33, 44, 55, 66, 77, 88}));
 }
 

@@ -1,4 +1,5 @@
 // Bundles of the embedded platform: where they lie, and the languages of their texts.
+#include "Environment.h"
 #include "PlatformTest.h"
 #include "TemporaryFolder.h"
 
@@ -6,9 +7,8 @@
 #include "platform/embedded/foundation/BundleFolders.h"
 #include "platform/embedded/foundation/UserLanguages.h"
 
-#include <cstdlib>
+#include <deque>
 #include <map>
-#include <optional>
 
 namespace tessarin::testing {
 namespace {
@@ -20,26 +20,14 @@ class LanguageEnvironment {
 public:
     explicit LanguageEnvironment(const std::map<std::string, std::string>& values) {
         for (const char* name : {"LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"}) {
-            const char* value = std::getenv(name);
-            before_[name] = value ? std::optional<std::string>(value) : std::nullopt;
             const auto found = values.find(name);
-            set(name, found == values.end() ? std::nullopt : std::optional<std::string>(found->second));
+            variables_.emplace_back(name, found == values.end() ? std::nullopt
+                                                                : std::optional<std::string>(found->second));
         }
     }
-    ~LanguageEnvironment() {
-        for (const auto& [name, value] : before_) set(name, value);
-    }
-    LanguageEnvironment(const LanguageEnvironment&) = delete;
-    LanguageEnvironment& operator=(const LanguageEnvironment&) = delete;
 
 private:
-    static void set(const std::string& name, const std::optional<std::string>& value) {
-        if (value)
-            ::setenv(name.c_str(), value->c_str(), 1);
-        else
-            ::unsetenv(name.c_str());
-    }
-    std::map<std::string, std::optional<std::string>> before_;
+    std::deque<EnvironmentVariable> variables_;
 };
 
 std::vector<std::string> languagesIn(const std::map<std::string, std::string>& environment) {
@@ -100,7 +88,7 @@ TEST(BundleFoldersTest, HoldTheirResources) {
 }
 
 TEST(BundleFoldersTest, TheBinaryOfAnAddressIsTheOneThatHoldsIt) {
-    const fs::path program = fs::read_symlink("/proc/self/exe");
+    const fs::path program = testProgram();
     EXPECT_EQ(embedded::binaryOfAddress(nullptr), program);
     EXPECT_EQ(embedded::binaryOfAddress(reinterpret_cast<const void*>(&languagesIn)), program);
     EXPECT_NE(embedded::binaryOfAddress(reinterpret_cast<const void*>(&::getenv)), program);
@@ -138,7 +126,7 @@ TEST_F(BundleLanguagesTest, ADamagedFileIsNone) {
 
 // This program holds the platform itself, so that its folder is that of the array's class.
 TEST_F(BundleLanguagesTest, TheReasonOfAnObjectThatIsNotContainedIsATextOfTheBundle) {
-    const fs::path resources = fs::read_symlink("/proc/self/exe").parent_path() / "Resources";
+    const fs::path resources = testProgram().parent_path() / "Resources";
     fs::create_directories(resources);
     std::ofstream(resources / "Localizable.strings")
         << "\"One or more of passed objects is not contained in receiver.\" = \"Nicht dabei: 100 %%\";";

@@ -18,7 +18,7 @@ int main(int argumentCount, char** arguments) {
     for (const Sample& sample : samples())
         for (const ArchiveFormat& format : archiveFormats) {
             const AutoreleasePool pool;
-            const std::string path = directory / fileName(sample, format);
+            const std::string path = (directory / fileName(sample, format)).string();
             if (testing::archived(sample.make(), format.format).writeToFile_atomically(NSString(path), true))
                 continue;
             std::cerr << "cannot write " << path << '\n';

@@ -144,16 +144,17 @@ TEST_F(FastEnumerationTest, CopiesOfAnEnumeratorWalkOnTheirOwn) {
 NSUInteger enumerateThreeAtATime(NSObject self, SEL, NSFastEnumerationState* state, NSObject* buffer,
                                  NSUInteger) {
     NSUInteger count = 0;
-    while (count < 3 && state->state < 10) buffer[count++] = NSNumber::numberWithUnsignedLong(state->state++);
+    while (count < 3 && state->state < 10)
+        buffer[count++] = NSNumber::numberWithUnsignedInteger(state->state++);
     state->itemsPtr = buffer;
-    state->mutationsPtr = &instanceVariableOf<unsigned long>(self, "mutations");
+    state->mutationsPtr = &instanceVariableOf<NSUInteger>(self, "mutations");
     return count;
 }
 
 TEST_F(FastEnumerationTest, WalksACollectionOfOnesOwn) {
     static const ClassDefinition definition{
         {.name = "FastEnumerationTestCollection",
-         .instanceVariables = {instanceVariable<unsigned long>("mutations")},
+         .instanceVariables = {instanceVariable<NSUInteger>("mutations")},
          .methods = {instanceMethod("countByEnumeratingWithState:objects:count:", enumerateThreeAtATime)}}};
     const NSObject collection =
         adopt(send<NSObject>(definition.classObject().alloc(), "init"_sel)).autorelease();

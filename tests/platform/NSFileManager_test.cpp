@@ -1,4 +1,5 @@
 #include "PlatformTest.h"
+#include "TemporaryFolder.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -12,12 +13,6 @@ namespace fs = std::filesystem;
 // Works in a directory of its own, which goes with the test.
 class NSFileManagerTest : public PlatformTest {
 protected:
-    NSFileManagerTest() {
-        std::string name = (fs::temp_directory_path() / "NSFileManagerTest.XXXXXX").string();
-        directory_ = mkdtemp(name.data());
-    }
-    ~NSFileManagerTest() override { fs::remove_all(directory_); }
-
     std::string place(const char* name) const { return (directory_ / name).string(); }
     NSString path(const char* name) const { return NSString(place(name)); }
     void makeFile(const char* name, const char* contents = "contents") const {
@@ -25,7 +20,8 @@ protected:
     }
 
     const NSFileManager manager_ = NSFileManager::defaultManager();
-    fs::path directory_;
+    const TemporaryFolder folder_;
+    const fs::path& directory_ = folder_.path();
 };
 
 std::string contentsOf(NSData data) {

@@ -78,7 +78,7 @@ TEST_F(NSNumberTest, ABooleanHasTheEncodingOfASignedCharacter) {
 // ---- Reading
 
 TEST_F(NSNumberTest, UnsignedValuesReinterpretNegativeOnes) {
-    EXPECT_EQ(NSNumber::numberWithInt(-1).unsignedLongValue(), 18446744073709551615u);
+    EXPECT_EQ(NSNumber::numberWithInt(-1).unsignedLongValue(), std::numeric_limits<unsigned long>::max());
     EXPECT_EQ(ofDouble(-1.5).unsignedLongLongValue(), 18446744073709551615u);
     EXPECT_EQ(NSNumber::numberWithInt(-1).unsignedIntegerValue(), 18446744073709551615u);
 }

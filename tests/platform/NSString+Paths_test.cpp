@@ -1,4 +1,5 @@
 // NSString: paths.
+#include "Environment.h"
 #include "PlatformTest.h"
 
 #include <cstdlib>
@@ -15,18 +16,14 @@ std::string joined(const Strings&... strings) {
     return text(NSString::pathWithComponents(NSArray::arrayOf(NSString(strings)...)));
 }
 
-// Sets HOME for a test.
+// The user's home directory for a test.
 class Home {
 public:
-    explicit Home(const char* path) : before_(std::getenv("HOME") ? std::getenv("HOME") : "") {
-        setenv("HOME", path, 1);
-    }
-    ~Home() { setenv("HOME", before_.c_str(), 1); }
-    Home(const Home&) = delete;
-    Home& operator=(const Home&) = delete;
+    explicit Home(const char* path) : home_("HOME", path), profile_("USERPROFILE", path) {}
 
 private:
-    std::string before_;
+    EnvironmentVariable home_;
+    EnvironmentVariable profile_; // its name on Windows
 };
 
 std::string expanded(const char* path) { return text(NSString(path).stringByExpandingTildeInPath()); }

@@ -3,8 +3,10 @@
 #include <set>
 #include <thread>
 
-#include <sys/wait.h>
-#include <unistd.h>
+#if defined(__unix__)
+#    include <sys/wait.h>
+#    include <unistd.h>
+#endif
 
 namespace tessarin::testing {
 namespace {
@@ -54,6 +56,7 @@ TEST(RandomNumbersTest, EachThreadDrawsItsOwnConcurrent) {
     EXPECT_EQ(std::set<Draws>(draws.begin(), draws.end()).size(), draws.size());
 }
 
+#if defined(__unix__)
 TEST(RandomNumbersTest, AForkedProcessDrawsItsOwn) {
     static_cast<void>(draw(3));
     int ends[2];
@@ -75,6 +78,7 @@ TEST(RandomNumbersTest, AForkedProcessDrawsItsOwn) {
     close(ends[1]);
     EXPECT_NE(ofChild, draw(8));
 }
+#endif
 
 TEST(RandomNumbersTest, SuppliedNumbersComeFirst) {
     const Draws outerNumbers{1, 2, 3};

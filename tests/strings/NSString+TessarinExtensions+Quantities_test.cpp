@@ -1,4 +1,5 @@
 // Sizes and durations as text. CTest runs the tests with LC_ALL=C, so that the decimal separator is ".".
+#include "Environment.h"
 #include "StringSubclass.h"
 
 #include "TessarinFoundation/NSString+TessarinExtensions.h"
@@ -217,42 +218,25 @@ TEST_F(FileSizeTest, EveryRowOfTheTable) {
 class FileSizeLocaleDeathTest : public PlatformTest {
 protected:
     FileSizeLocaleDeathTest() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
-    ~FileSizeLocaleDeathTest() override {
-        useLocale(before_);
-        GTEST_FLAG_SET(death_test_style, "fast");
-    }
+    ~FileSizeLocaleDeathTest() override { GTEST_FLAG_SET(death_test_style, "fast"); }
 
-    static void useLocale(const std::optional<std::string>& name) {
-        if (name)
-            ::setenv("LC_ALL", name->c_str(), 1);
-        else
-            ::unsetenv("LC_ALL");
-    }
     [[noreturn]] static void printSize() {
         std::cerr << sizeText(1536, {.precision = 1}) << ", " << std::localeconv()->decimal_point
                   << std::endl;
         std::_Exit(0);
     }
-
-private:
-    static std::optional<std::string> currentLocale() {
-        const char* name = std::getenv("LC_ALL");
-        return name ? std::optional<std::string>(name) : std::nullopt;
-    }
-
-    const std::optional<std::string> before_ = currentLocale();
 };
 
 TEST_F(FileSizeLocaleDeathTest, WritesTheSeparatorOfTheUsersLocaleAndLeavesTheProcessesAlone) {
     const bool isKnown = std::setlocale(LC_NUMERIC, "de_DE.UTF-8") != nullptr;
     std::setlocale(LC_NUMERIC, "C");
     if (!isKnown) GTEST_SKIP() << "the system lacks the locale";
-    useLocale("de_DE.UTF-8");
+    const EnvironmentVariable locale("LC_ALL", "de_DE.UTF-8");
     EXPECT_EXIT(printSize(), ::testing::ExitedWithCode(0), "1,5 kB, \\.");
 }
 
 TEST_F(FileSizeLocaleDeathTest, AMissingLocaleHasTheFullStop) {
-    useLocale("xx_XX.nowhere");
+    const EnvironmentVariable locale("LC_ALL", "xx_XX.nowhere");
     EXPECT_EXIT(printSize(), ::testing::ExitedWithCode(0), "1\\.5 kB, \\.");
 }
 

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,6 +14,9 @@ namespace tessarin::testing {
 
 // The path of a file that belongs to the tests: testFile("data/audio/parameter-description.plist").
 std::string testFile(std::string_view name);
+
+// The file of the running program; main stores it.
+std::filesystem::path& testProgram();
 
 // Keeps an autorelease pool open for each test.
 class PlatformTest : public ::testing::Test {
@@ -88,8 +92,8 @@ public:
     std::vector<std::string> lines() const;
 
 private:
-    int file_;
-    int original_;
+    std::string path_;
+    int original_; // where standard error went before
 };
 
 } // namespace tessarin::testing

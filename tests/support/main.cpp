@@ -42,6 +42,7 @@ extern "C" const char* __lsan_default_suppressions() { return "leak:argz_add_sep
 int main(int argumentCount, char** arguments) {
     // What is autoreleased between the tests needs a pool as well.
     const tessarin::AutoreleasePool pool;
+    tessarin::testing::testProgram() = std::filesystem::canonical(arguments[0]);
     ::testing::InitGoogleTest(&argumentCount, arguments);
     const int result = RUN_ALL_TESTS();
     if (GTEST_FLAG_GET(list_tests)) return result;

@@ -2,6 +2,7 @@
 // files of their own.
 #include "TransformedValueTest.h"
 
+#include <limits>
 #include <thread>
 
 namespace tessarin::testing {
@@ -31,9 +32,10 @@ Class talkativeClass() {
 }
 
 Class longOnlyClass() {
-    static const ClassDefinition definition{{.name = "TessarinLongValue",
-                                             .methods = {instanceMethod(
-                                                 "longValue", +[](NSObject, SEL) { return 1l << 40; })}}};
+    static const ClassDefinition definition{
+        {.name = "TessarinLongValue",
+         .methods = {instanceMethod(
+             "longValue", +[](NSObject, SEL) { return std::numeric_limits<long>::max(); })}}};
     return definition.classObject();
 }
 
@@ -235,7 +237,7 @@ TEST_F(TransformedValueTest, TheLongLongValueIsTheIntegerValueOfWhoHasOne) {
 }
 
 TEST_F(TransformedValueTest, TheLongLongValueIsTheLongValueOfWhoHasThatAlone) {
-    EXPECT_EQ(make(newInstance(longOnlyClass())).longLongValue(), 1ll << 40);
+    EXPECT_EQ(make(newInstance(longOnlyClass())).longLongValue(), std::numeric_limits<long>::max());
 }
 
 TEST_F(TransformedValueTest, WhoHasALongLongValueIsAskedForItsIntegerValueAllTheSame) {

@@ -16,6 +16,8 @@
 #        define TESSARIN_EXPORT
 #    elif defined(TESSARIN_BUILDING)
 #        define TESSARIN_EXPORT __declspec(dllexport)
+#    elif defined(__MINGW32__)
+#        define TESSARIN_EXPORT // its linker finds what other libraries export
 #    else
 #        define TESSARIN_EXPORT __declspec(dllimport)
 #    endif

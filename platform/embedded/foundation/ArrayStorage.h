@@ -31,7 +31,7 @@ struct ArrayStorage {
     NSUInteger count = 0;
     NSUInteger capacity =
         0; // of a buffer of its own; 0 when the items stand behind the object or there is no room
-    unsigned long mutations = 0;
+    NSUInteger mutations = 0;
 };
 
 // Whether an object is an array that no subclass has taken the primitive operations, count and

@@ -12,7 +12,7 @@ namespace tessarin::embedded {
 struct AttributedStringStorage {
     Retained<NSString> text; // nil before the string is initialised; the runs are as long as it
     AttributeRuns runs;
-    unsigned long mutations = 0;
+    NSUInteger mutations = 0;
 };
 
 // Whether an object is an attributed string that no subclass has taken the primitive operations, string and

@@ -2,11 +2,14 @@
 
 #include <system_error>
 
-#if __has_include(<dlfcn.h>)
-#    include <dlfcn.h>
-#    define TESSARIN_HAS_DLADDR 1
+#if defined(_WIN32)
+#    include <string>
+#    ifndef NOMINMAX
+#        define NOMINMAX
+#    endif
+#    include <windows.h>
 #else
-#    define TESSARIN_HAS_DLADDR 0
+#    include <dlfcn.h>
 #endif
 
 namespace tessarin::embedded {
@@ -19,6 +22,32 @@ bool isFolder(const fs::path& path) {
     return fs::is_directory(path, ignored);
 }
 
+#if defined(_WIN32)
+
+// Empty where the system does not say.
+fs::path fileOfModule(HMODULE module) {
+    std::wstring name(MAX_PATH, L'\0');
+    for (;;) {
+        const auto room = static_cast<DWORD>(name.size());
+        const DWORD length = GetModuleFileNameW(module, name.data(), room);
+        if (length < room) return name.substr(0, length);
+        name.resize(name.size() * 2);
+    }
+}
+
+// The path of the file that an address was loaded from; empty where the system does not say.
+fs::path loadedFile(const void* address) {
+    constexpr DWORD byAddress =
+        GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
+    HMODULE module = nullptr;
+    if (!address || !GetModuleHandleExW(byAddress, static_cast<const wchar_t*>(address), &module)) return {};
+    return fileOfModule(module);
+}
+
+fs::path program() { return fileOfModule(nullptr); }
+
+#else
+
 fs::path currentFolder() {
     std::error_code ignored;
     return fs::current_path(ignored);
@@ -27,27 +56,21 @@ fs::path currentFolder() {
 // The path of the file that an address was loaded from; empty where the system does not say. That of the
 // program is the name by which it was called.
 fs::path loadedFile(const void* address) {
-#if TESSARIN_HAS_DLADDR
     Dl_info information;
-    if (address && dladdr(address, &information) != 0 && information.dli_fname) {
-        std::error_code problem;
-        const fs::path path = fs::canonical(information.dli_fname, problem);
-        if (!problem) return path;
-    }
-#else
-    static_cast<void>(address);
-#endif
-    return {};
+    if (!address || dladdr(address, &information) == 0 || !information.dli_fname) return {};
+    std::error_code problem;
+    const fs::path path = fs::canonical(information.dli_fname, problem);
+    return problem ? fs::path() : path;
 }
 
 fs::path program() {
     std::error_code problem;
     fs::path path = fs::read_symlink("/proc/self/exe", problem);
-#if TESSARIN_HAS_DLADDR
     if (problem) path = loadedFile(dlsym(RTLD_DEFAULT, "main"));
-#endif
     return path.empty() ? currentFolder() / "program" : path;
 }
+
+#endif
 
 bool isBundleName(const fs::path& folder) {
     const fs::path extension = folder.extension();

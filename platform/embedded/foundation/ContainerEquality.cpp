@@ -77,8 +77,8 @@ private:
     struct Frame {
         Retained<NSObject> left;
         Retained<NSObject> right;
-        unsigned long leftMutations;
-        unsigned long rightMutations;
+        NSUInteger leftMutations;
+        NSUInteger rightMutations;
         ContainerKind kind;
         Awaited awaited = Awaited::nothing;
         std::size_t position = 0; // of the next item, or of the left dictionary's entry
@@ -163,7 +163,7 @@ private:
 
     // Comparing may send any message; one that changes what is being compared is refused.
     template <class Storage>
-    const Storage& unchanged(NSObject container, unsigned long mutations) const {
+    const Storage& unchanged(NSObject container, NSUInteger mutations) const {
         const auto& storage = storageOf<Storage>(container);
         if (storage.mutations != mutations) runtime::raiseMutation(container.object());
         return storage;

@@ -133,7 +133,7 @@ std::size_t findEntry(NSDictionary dictionary, NSObject key, NSUInteger hash) {
          index = candidates.next(storage)) {
         const NSObject candidate = storage.entry(index).key;
         if (candidate == key) return index;
-        const unsigned long mutations = storage.mutations;
+        const NSUInteger mutations = storage.mutations;
         const bool isFound = areEqual(key, candidate);
         if (storage.mutations != mutations) runtime::raiseMutation(dictionary.object());
         if (isFound) return index;
@@ -151,7 +151,7 @@ void setEntry(NSDictionary dictionary, NSObject object, NSObject key) {
         runtime::release(replaced.object());
         return;
     }
-    const unsigned long mutations = storage.mutations;
+    const NSUInteger mutations = storage.mutations;
     Retained<NSObject> ownKey = adopt(static_cast<NSObject>(key.copy()));
     if (!ownKey) raise(NSInvalidArgumentException(), "the copy of a dictionary's key cannot be nil"_ns);
     // Copying is the key's own code, which might have changed the dictionary.

@@ -58,7 +58,7 @@ public:
     DictionaryEntry take(std::size_t index);
     std::vector<DictionaryEntry> takeAll();
 
-    unsigned long mutations = 0;
+    NSUInteger mutations = 0;
 
 private:
     // Up to this size a look-up passes over all hashes, which is faster than any table.

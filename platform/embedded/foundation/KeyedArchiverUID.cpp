@@ -3,8 +3,6 @@
 #include "TessarinPlatform/NSString.h"
 #include "platform/embedded/runtime/BuiltInClass.h"
 
-#include <cstdio>
-
 namespace tessarin::embedded {
 namespace {
 
@@ -20,10 +18,8 @@ BOOL isEqual(NSObject self, SEL, NSObject other) {
 NSUInteger hash(NSObject self, SEL) { return storageOf(self).value; }
 
 NSString description(NSObject self, SEL) {
-    char text[80];
-    std::snprintf(text, sizeof text, "<CFKeyedArchiverUID %p>{value = %u}", static_cast<void*>(self.object()),
-                  static_cast<unsigned>(storageOf(self).value));
-    return NSString(text);
+    return NSString("<CFKeyedArchiverUID " + addressText(self)
+                    + ">{value = " + std::to_string(storageOf(self).value) + "}");
 }
 
 } // namespace

@@ -20,14 +20,14 @@ constexpr NSUInteger objectsPerThread = 1024;
 // What a thread takes at a time.
 constexpr NSUInteger objectsPerPortion = 128;
 
-unsigned long mutationsOf(NSArray array) { return storageOf<ArrayStorage>(array).mutations; }
+NSUInteger mutationsOf(NSArray array) { return storageOf<ArrayStorage>(array).mutations; }
 
 // Calls visit(object, index, &stop) for each object, in order or in reverse.
 template <class Visit>
 void walk(NSArray self, bool isReversed, Visit&& visit) {
     const bool isDirect = hasArrayStorage(self);
     const ArrayStorage& storage = storageOf<ArrayStorage>(self);
-    const unsigned long mutations = storage.mutations;
+    const NSUInteger mutations = storage.mutations;
     const NSUInteger count = self.count();
     BOOL stop = NO;
     for (NSUInteger step = 0; step < count; ++step) {
@@ -43,7 +43,7 @@ void walk(NSArray self, bool isReversed, Visit&& visit) {
 // found out in the end, does not pull objects away from under the others.
 template <class Visit>
 void walkConcurrently(NSArray self, bool isReversed, Visit&& visit) {
-    const unsigned long mutations = mutationsOf(self);
+    const NSUInteger mutations = mutationsOf(self);
     const Retained<NSArray> kept = adopt(NSArray(self.copy()));
     const ArrayItems items(kept);
     const NSUInteger count = items.size();

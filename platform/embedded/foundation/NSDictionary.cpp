@@ -228,7 +228,7 @@ NSUInteger countByEnumerating(NSDictionary self, SEL, NSFastEnumerationState* st
     // The autoreleased enumerator is remembered from one call to the next.
     if (state->state == 0) {
         state->state = 1;
-        state->extra[0] = reinterpret_cast<unsigned long>(send<NSObject>(self, "keyEnumerator"_sel).object());
+        state->extra[0] = reinterpret_cast<NSUInteger>(send<NSObject>(self, "keyEnumerator"_sel).object());
     }
     const NSObject keys(reinterpret_cast<Object*>(state->extra[0]));
     while (answered < capacity) {

@@ -14,7 +14,7 @@ struct EnumeratorStorage {
     Retained<NSObject> collection;
     Retained<NSObject> keys; // the key enumerator of a dictionary that has its own way of keeping its entries
     NSUInteger position = 0; // of the next item or entry; walking backwards, one more
-    unsigned long mutations = 0;
+    NSUInteger mutations = 0;
 };
 
 NSObject makeEnumerator(NSObject collection, Walk walk) {
@@ -73,7 +73,7 @@ NSArray allObjects(NSObject self, SEL) {
 NSUInteger countByEnumerating(NSObject self, SEL, NSFastEnumerationState* state, NSObject* buffer,
                               NSUInteger capacity) {
     // An enumerator has no way of telling that its collection changed but to raise in nextObject.
-    static unsigned long neverChanges = 0;
+    static NSUInteger neverChanges = 0;
     state->state = 1;
     state->mutationsPtr = &neverChanges;
     state->itemsPtr = buffer;

@@ -8,8 +8,24 @@
 #include <string>
 #include <thread>
 
+#if defined(_WIN32)
+#    ifndef NOMINMAX
+#        define NOMINMAX
+#    endif
+#    include <windows.h>
+#endif
+
 namespace tessarin::embedded {
 namespace {
+
+#if defined(_WIN32)
+// The system's own, since the standard library of MinGW can miss the notification of a word.
+void waitWhile(std::atomic<int>& word, int value) { WaitOnAddress(&word, &value, sizeof word, INFINITE); }
+void wakeOne(std::atomic<int>& word) { WakeByAddressSingle(&word); }
+#else
+void waitWhile(std::atomic<int>& word, int value) { word.wait(value, std::memory_order_relaxed); }
+void wakeOne(std::atomic<int>& word) { word.notify_one(); }
+#endif
 
 // A word to wait on, rather than the standard mutex: locking that twice on a thread, or destroying it while
 // it is held, is undefined, and both may happen here.
@@ -32,12 +48,12 @@ struct LockStorage {
         if (tryAcquire(thread)) [[likely]]
             return;
         while (state.exchange(heldAndAwaited, std::memory_order_acquire) != free)
-            state.wait(heldAndAwaited, std::memory_order_relaxed);
+            waitWhile(state, heldAndAwaited);
         owner.store(thread, std::memory_order_relaxed);
     }
     void release() {
         owner.store(std::thread::id(), std::memory_order_relaxed);
-        if (state.exchange(free, std::memory_order_release) == heldAndAwaited) state.notify_one();
+        if (state.exchange(free, std::memory_order_release) == heldAndAwaited) wakeOne(state);
     }
 };
 

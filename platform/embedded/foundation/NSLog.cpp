@@ -8,8 +8,12 @@
 #include <thread>
 
 #if defined(_WIN32)
-#    include <io.h>
+#    include "platform/embedded/foundation/BundleFolders.h"
 #    include <process.h>
+#    ifndef NOMINMAX
+#        define NOMINMAX
+#    endif
+#    include <windows.h>
 #else
 #    include <cerrno>
 #    include <unistd.h>
@@ -26,6 +30,8 @@ std::string programName() {
     return program_invocation_short_name;
 #elif defined(__APPLE__) || defined(__FreeBSD__) || defined(__NetBSD__) || defined(__OpenBSD__)
     return getprogname();
+#elif defined(_WIN32)
+    return embedded::binaryOfAddress(nullptr).stem().string();
 #else
     return "program";
 #endif
@@ -43,6 +49,8 @@ long long processNumber() {
 unsigned long long threadNumber() {
 #if defined(__linux__)
     return static_cast<unsigned long long>(syscall(SYS_gettid));
+#elif defined(_WIN32)
+    return GetCurrentThreadId();
 #else
     return std::hash<std::thread::id>()(std::this_thread::get_id());
 #endif

@@ -195,7 +195,7 @@ template <class Test>
 void removeItems(NSMutableArray self, Test&& test) {
     const bool isDirect = hasArrayStorage(self);
     const ArrayStorage& storage = storageOf(self);
-    const unsigned long mutations = storage.mutations;
+    const NSUInteger mutations = storage.mutations;
     const NSUInteger count = self.count();
     std::vector<NSUInteger> indexes;
     for (NSUInteger index = 0; index < count; ++index) {
@@ -248,7 +248,7 @@ void sortItemsOf(NSMutableArray self, Sort&& sort) {
     const Retained<NSArray> kept = newArray(unsorted.data(), unsorted.size());
     const ArrayItems keptItems(kept);
     std::vector<NSObject> items(keptItems.begin(), keptItems.end());
-    const unsigned long mutations = storageOf(self).mutations;
+    const NSUInteger mutations = storageOf(self).mutations;
     sort(items);
     // Comparing is the items' own code, which might have changed the array.
     if (storageOf(self).mutations != mutations) runtime::raiseMutation(self.object());

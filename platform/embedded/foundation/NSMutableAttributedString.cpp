@@ -21,14 +21,14 @@ void checkRangeOf(NSMutableAttributedString self, SEL selector, NSRange range) {
 
 // ---- Editing the storage
 
-void refuseMutation(NSMutableAttributedString self, unsigned long mutations) {
+void refuseMutation(NSMutableAttributedString self, NSUInteger mutations) {
     if (storageOf(self).mutations != mutations) runtime::raiseMutation(self.object());
 }
 
 // Puts runs in the place of a range, and the text, unless it is nil, in the place of its characters. Both
 // happen at once, when all code that is not the platform's has run; what that changed meanwhile is refused.
 void replace(NSMutableAttributedString self, NSRange range, std::vector<AttributeRun> runs, NSString text,
-             unsigned long mutations) {
+             NSUInteger mutations) {
     refuseMutation(self, mutations);
     AttributedStringStorage& storage = storageOf(self);
     const NSRange widened = storage.runs.widened(range);
@@ -54,7 +54,7 @@ void replace(NSMutableAttributedString self, NSRange range, std::vector<Attribut
 // Replaces the attributes of each run in a range by what change(attributes) answers.
 template <class Change>
 void changeAttributes(NSMutableAttributedString self, NSRange range, Change&& change) {
-    const unsigned long mutations = storageOf(self).mutations;
+    const NSUInteger mutations = storageOf(self).mutations;
     std::vector<AttributeRun> runs = storageOf(self).runs.runsIn(range);
     for (AttributeRun& run : runs) run.attributes = change(run.attributes);
     replace(self, range, std::move(runs), nil, mutations);
@@ -143,7 +143,7 @@ void replaceCharactersInRange_withAttributedString(NSMutableAttributedString sel
                                                    NSRange range, NSAttributedString other) {
     rejectNil(other, self, selector);
     checkRangeOf(self, selector, range);
-    const unsigned long mutations = storageOf(self).mutations;
+    const NSUInteger mutations = storageOf(self).mutations;
     const Retained<NSString> text = keptText(other.string());
     std::vector<AttributeRun> runs = runsOf(other, {0, text.length()});
     if (editsStorage(self)) return replace(self, range, std::move(runs), text, mutations);

@@ -1,5 +1,6 @@
 // NSString: paths. A path is text here; nothing asks the file system, and dots stay as they are.
 #include "TessarinPlatform/NSArray.h"
+#include "platform/embedded/foundation/FileSystemPath.h"
 #include "platform/embedded/foundation/StringStorage.h"
 
 #include <cstdlib>
@@ -21,8 +22,12 @@ constexpr auto notFound = static_cast<std::size_t>(NSNotFound);
 constexpr const char* homeVariable = "USERPROFILE";
 
 std::string accountHome(const char*) { return {}; }
+// From C:\\Users\\name to /C:/Users/name.
+NSString homePath(const char* value) { return stringWithPath(std::filesystem::path(value)); }
 #else
 constexpr const char* homeVariable = "HOME";
+
+NSString homePath(const char* value) { return NSString(value); }
 
 // The home directory of an account, of the current user where the name is null; empty when there is none.
 std::string accountHome(const char* name) {
@@ -207,7 +212,7 @@ namespace tessarin {
 NSString homeDirectory() {
     const char* value = std::getenv(embedded::homeVariable);
     if (value && *value) {
-        if (const NSString home{value}) return home;
+        if (const NSString home = embedded::homePath(value)) return home;
     }
     const std::string account = embedded::accountHome(nullptr);
     if (!account.empty()) {

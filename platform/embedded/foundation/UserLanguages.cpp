@@ -4,6 +4,13 @@
 #include <cstdlib>
 #include <string_view>
 
+#if defined(_WIN32)
+#    ifndef NOMINMAX
+#        define NOMINMAX
+#    endif
+#    include <windows.h>
+#endif
+
 namespace tessarin::embedded {
 namespace {
 
@@ -12,10 +19,23 @@ std::string environmentValue(const char* name) {
     return value ? value : "";
 }
 
+// The user's locale where the environment names none.
+std::string localeOfSystem() {
+#if defined(_WIN32)
+    wchar_t name[LOCALE_NAME_MAX_LENGTH] = {}; // such as de-AT, all of it ASCII
+    if (GetUserDefaultLocaleName(name, LOCALE_NAME_MAX_LENGTH) == 0) return "C";
+    std::string written;
+    for (const wchar_t* unit = name; *unit; ++unit) written += *unit == L'-' ? '_' : static_cast<char>(*unit);
+    return written;
+#else
+    return "C";
+#endif
+}
+
 std::string locale() {
     for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"})
         if (const std::string value = environmentValue(name); !value.empty()) return value;
-    return "C";
+    return localeOfSystem();
 }
 
 class Languages {

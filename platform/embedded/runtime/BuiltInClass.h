@@ -74,6 +74,9 @@ bool answersWith(NSObject object, SEL selector, Result (*function)(Self, SEL, Ar
     return runtime::lookUp(object.object(), selector) == reinterpret_cast<Implementation>(function);
 }
 
+// Where an object lies, as descriptions show it: 0x5581c0de.
+std::string addressText(NSObject object);
+
 // Raises the platform's exception for a class of that name with a reason in the platform's wording, for
 // example raiseFrom("NSRangeException"_ns, self, _cmd, "index 9 beyond bounds [0 .. 2]") gives
 // *** -[NSArray objectAtIndex:]: index 9 beyond bounds [0 .. 2]

@@ -6,8 +6,6 @@
 #include "TessarinPlatform/Exceptions.h"
 #include "TessarinPlatform/FastEnumeration.h"
 
-#include <cstdio>
-
 namespace tessarin {
 namespace embedded {
 
@@ -51,10 +49,10 @@ Object* catching(void (*body)(void* context), void* context) {
 }
 
 void raiseMutation(Object* collection) {
-    char address[2 + 2 * sizeof(void*) + 1];
-    std::snprintf(address, sizeof address, "%p", static_cast<void*>(collection));
     std::string reason = "*** Collection <";
-    reason.append(className(classOf(collection))).append(": ").append(address);
+    reason.append(className(classOf(collection)))
+        .append(": ")
+        .append(embedded::addressText(NSObject(collection)));
     reason += "> was mutated while being enumerated.";
     raise(NSGenericException(), NSString(reason));
 }

@@ -6,7 +6,7 @@
 
 #include "TessarinPlatform/Exceptions.h"
 
-#include <cstdio>
+#include <charconv>
 #include <limits>
 
 namespace tessarin::embedded {
@@ -54,10 +54,8 @@ BOOL isEqual(NSObject self, SEL, NSObject other) { return self == other; }
 NSUInteger hash(NSObject self, SEL) { return reinterpret_cast<NSUInteger>(self.object()) >> 4; }
 
 NSString description(NSObject self, SEL) {
-    char address[2 + 2 * sizeof(void*) + 1];
-    std::snprintf(address, sizeof address, "%p", static_cast<void*>(self.object()));
-    return NSString("<" + std::string(runtime::className(runtime::classOf(self.object()))) + ": " + address
-                    + ">");
+    return NSString("<" + std::string(runtime::className(runtime::classOf(self.object()))) + ": "
+                    + addressText(self) + ">");
 }
 
 BOOL isKindOfClass(NSObject self, SEL, Class other) {
@@ -81,9 +79,7 @@ void doesNotRecognizeSelector(NSObject self, SEL, SEL selector) {
     std::string reason(isClass ? "+[" : "-[");
     reason += isClass ? runtime::className(object) : runtime::className(runtime::classOf(object));
     reason.append(" ").append(runtime::selectorName(selector)).append("]: unrecognized selector sent to ");
-    char address[2 + 2 * sizeof(void*) + 1];
-    std::snprintf(address, sizeof address, "%p", static_cast<void*>(object));
-    reason.append(isClass ? "class " : "instance ").append(address);
+    reason.append(isClass ? "class " : "instance ").append(addressText(NSObject(object)));
     raise(NSInvalidArgumentException(), NSString(reason));
 }
 
@@ -122,6 +118,12 @@ NSUInteger retainCount(NSObject self, SEL) {
 NSString protocolDescription(Protocol self, SEL) { return NSString(protocolName(self.object())); }
 
 } // namespace
+
+std::string addressText(NSObject object) {
+    char digits[2 * sizeof(void*)];
+    const auto address = reinterpret_cast<std::uintptr_t>(object.object());
+    return "0x" + std::string(digits, std::to_chars(digits, std::end(digits), address, 16).ptr);
+}
 
 const Implementation rootDealloc = reinterpret_cast<Implementation>(dealloc);
 

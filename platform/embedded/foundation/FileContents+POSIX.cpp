@@ -1,15 +1,18 @@
-#include "platform/embedded/foundation/FileContents.h"
+// Whole files. On Windows FileContents+Windows.cpp takes this file's place.
+#if !defined(_WIN32)
 
-#include <atomic>
-#include <cerrno>
-#include <climits>
-#include <cstdio>
-#include <cstdlib>
-#include <fcntl.h>
-#include <memory>
-#include <sys/stat.h>
-#include <unistd.h>
-#include <utility>
+#    include "platform/embedded/foundation/FileContents.h"
+
+#    include <atomic>
+#    include <cerrno>
+#    include <climits>
+#    include <cstdio>
+#    include <cstdlib>
+#    include <fcntl.h>
+#    include <memory>
+#    include <sys/stat.h>
+#    include <unistd.h>
+#    include <utility>
 
 namespace tessarin::embedded {
 namespace {
@@ -116,3 +119,5 @@ bool writeFileAtomically(const std::string& path, std::span<const std::byte> byt
 }
 
 } // namespace tessarin::embedded
+
+#endif
