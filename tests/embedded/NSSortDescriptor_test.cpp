@@ -47,6 +47,27 @@ TEST_F(EmbeddedSortDescriptorTest, AsksEachItemOnceForItsValue) {
     EXPECT_EQ(texts(sorted.valueForKey("name"_ns)), (Texts{"a", "b", "c", "d", "e", "f"}));
 }
 
+TEST_F(EmbeddedSortDescriptorTest, AsksEachItemInTheWayOfItsClass) {
+    static const ClassDefinition definition{
+        {.name = "EmbeddedSortDescriptorTestReader",
+         .methods = {instanceMethod(
+                         "valueForKey:", +[](NSObject, SEL, NSString) { return id("c"_ns); }),
+                     instanceMethod(
+                         "name", +[](NSObject, SEL) { return "z"_ns; })}}};
+    const NSObject reader =
+        adopt(send<NSObject>(NSObject(definition.classObject().alloc()), "init"_sel)).autorelease();
+    const NSArray items = NSArray::arrayOf(
+        watched("d"), reader, NSDictionary::dictionaryWithObject_forKey("a"_ns, "name"_ns), watched("b"));
+    const NSArray sorted = items.sortedArrayUsingDescriptors(NSArray::arrayOf(by("name"_ns)));
+    EXPECT_EQ(texts(sorted.valueForKey("name"_ns)), (Texts{"a", "b", "c", "d"}));
+    // A value that is no object comes as a number.
+    const NSArray words = NSArray::arrayOf("ccc"_ns, "a"_ns, "bb"_ns);
+    EXPECT_EQ(texts(words.sortedArrayUsingDescriptors(NSArray::arrayOf(by("length"_ns, false)))),
+              (Texts{"ccc", "bb", "a"}));
+    EXPECT_THROWS_NAMED(words.sortedArrayUsingDescriptors(NSArray::arrayOf(by("release"_ns))),
+                        "NSUnknownKeyException");
+}
+
 TEST_F(EmbeddedSortDescriptorTest, AsksForTheNextKeyOnlyWhereItDecides) {
     const NSArray items = NSArray::arrayOf("b"_ns, "a"_ns, "c"_ns);
     const NSArray sorted = items.sortedArrayUsingDescriptors(NSArray::arrayOf(by("self"_ns), by("nope"_ns)));
