@@ -9,14 +9,13 @@ using namespace tessarin;
 int main() {
     const AutoreleasePool pool;
     const AudioStreamBasicDescription format{44100, 0x6C70636D, 12, 4, 1, 4, 2, 16, 0}; // 'lpcm'
-    const AudioUnitParameterInfo gain{.unitName = "dB"_ns,
-                                      .clumpID = 0,
-                                      .cfNameString = "Gain"_ns,
-                                      .unit = 13,
-                                      .minValue = -60,
-                                      .maxValue = 12,
-                                      .defaultValue = 0,
-                                      .flags = 1u << 31};
+    AudioUnitParameterInfo gain{};
+    gain.unitName = "dB"_ns;
+    gain.cfNameString = "Gain"_ns;
+    gain.unit = 13; // decibels
+    gain.minValue = -60;
+    gain.maxValue = 12;
+    gain.flags = 1u << 31;
     const AudioComponentDescription delay{0x61756678, 0x64656C79, 0x41636D65, 0, 0}; // 'aufx' 'dely' 'Acme'
     const NSColor orange = NSColor::colorWithCalibratedRed_green_blue_alpha(1, 0.5, 0, 1);
     const NSSortDescriptor byName = NSSortDescriptor::sortDescriptorWithKey_ascending("name"_ns, true);

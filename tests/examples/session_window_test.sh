@@ -1,10 +1,13 @@
 #!/usr/bin/env bash
 # The application with a window, on a display of the test's own: what it keeps it finds again.
 #
-#   session_window_test.sh PROGRAM COMPONENTS
+#   session_window_test.sh PROGRAM COMPONENTS KEPT_SESSION
+#
+# KEPT_SESSION.plist is a session, KEPT_SESSION.txt what is printed of it.
 set -euo pipefail
 program=$1
 components=$2
+kept_session=$3
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 session=$work/session.plist
@@ -25,6 +28,7 @@ opens() {
         sleep 0.1
     done
     sleep 0.5 # it goes on running
+    [[ -z ${picture-} ]] || import -window root "$picture"
     kill -KILL "$application" || fail "it ended by itself: $(cat "$work/err")"
     wait "$application" 2>/dev/null || true
     [[ $session -nt $work/before ]] || fail "nothing was kept: $(cat "$work/err")"
@@ -37,8 +41,13 @@ printed >"$work/first"
 grep -qx 'effect         Acme: aufx; dely; Acme' "$work/first" || fail "another effect: $(cat "$work/first")"
 grep -qx 'window         top left at 200, 700' "$work/first" || fail "another corner: $(cat "$work/first")"
 
-opens
+picture=$work/picture.png opens
 printed | diff "$work/first" - || fail "another session after the next start"
+
+# The screen shows more than an empty display does: the window's parts in their colours.
+read -r width height colours < <(identify -format '%w %h %k\n' "$work/picture.png")
+[[ $width == 1440 && $height == 900 ]] || fail "a picture of $width by $height"
+((colours >= 16)) || fail "a picture of $colours colours"
 
 # What somebody else writes is found too, and keys that are not the application's stay.
 sed -i 's|<real>75</real>|<real>50</real>|; s|<real>700</real>|<real>650</real>|
@@ -48,6 +57,9 @@ printed >"$work/third"
 grep -q 'saturation 50,' "$work/third" || fail "another colour: $(cat "$work/third")"
 grep -qx 'window         top left at 200, 650' "$work/third" || fail "another corner: $(cat "$work/third")"
 grep -q '<string>mix</string>' "$session" || fail "a key is gone: $(cat "$session")"
+
+# What the program in C++ prints of a session, this one prints as well.
+"$program" -SessionFile "$kept_session.plist" -Print YES | diff - "$kept_session.txt" || fail "prints another session"
 
 echo "<plist><array/></plist>" >"$session"
 ! printed 2>"$work/err" || fail "an array is taken for a session"
