@@ -30,6 +30,7 @@ struct PropertyListObjects {
 
         NSObject container() const { return container_; }
         bool isDictionary() const { return isDictionary_; }
+        std::size_t count() const { return fetched_.objects.size(); }
         bool next(NSObject& key, NSObject& object) {
             if (position_ == fetched_.objects.size()) return false;
             if (isDictionary_) key = fetched_.keys[position_];

@@ -14,6 +14,7 @@
 //       Contents(NSObject container, PropertyListKind kind);
 //       NSObject container() const;
 //       bool isDictionary() const;
+//       std::size_t count() const;                  // of the objects, keys aside
 //       bool next(NSObject& key, NSObject& object); // the next of them, false at the end; no key in an array
 //   };
 #pragma once
@@ -92,6 +93,7 @@ private:
             if (holds_) held_.push_back(retain(container));
         }
         open_.push({Contents(container, kind), number});
+        objectCount_ += open_.top().contents.count();
         return true;
     }
 
@@ -134,7 +136,6 @@ private:
                        + propertyListTypeName(key) + "'");
                 return nil;
             }
-            ++objectCount_;
             const PropertyListKind kind = kinds_.of(object);
             if (isContainer(kind)) return object;
             if (!admitLeaf(object, kind)) return nil;

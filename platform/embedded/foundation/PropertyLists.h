@@ -39,9 +39,16 @@ struct PropertyListStorage {
         NSObject container() const { return container_; }
         bool isDictionary() const { return isDictionary_; }
 
+        std::size_t count() const {
+            if (fetched_) return fetched_->objects.size();
+            return countOf(container_,
+                           isDictionary_ ? PropertyListKind::dictionary : PropertyListKind::array);
+        }
+
         // The storage is looked at anew each time, in case that it changed.
         bool next(NSObject& key, NSObject& object) {
-            if (fetched_) return nextFetched(key, object);
+            if (fetched_) [[unlikely]]
+                return nextFetched(key, object);
             if (!isDictionary_) {
                 const ArrayStorage& storage = storageOf<ArrayStorage>(container_);
                 if (position_ >= storage.count) return false;
