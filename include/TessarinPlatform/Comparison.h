@@ -39,9 +39,11 @@ struct ObjectLess {
 } // namespace tessarin
 
 // Of the object, not of what it holds, as handles are compared.
-template <std::derived_from<tessarin::NSObject> T>
-struct std::hash<T> {
-    std::size_t operator()(const T& handle) const noexcept {
-        return std::hash<tessarin::Object*>()(handle.object());
-    }
+namespace std {
+
+template <derived_from<tessarin::NSObject> T>
+struct hash<T> {
+    size_t operator()(const T& handle) const noexcept { return hash<tessarin::Object*>()(handle.object()); }
 };
+
+} // namespace std

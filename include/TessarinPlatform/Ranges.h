@@ -12,7 +12,11 @@
 
 #include <ranges>
 
+namespace std::ranges {
+
 template <tessarin::HandleType T>
 requires std::derived_from<T, tessarin::NSArray> || std::derived_from<
     T, tessarin::NSDictionary> || std::derived_from<T, tessarin::NSIndexSet>
-inline constexpr bool std::ranges::enable_borrowed_range<T> = true;
+inline constexpr bool enable_borrowed_range<T> = true;
+
+} // namespace std::ranges
