@@ -26,7 +26,7 @@ namespace tessarin {
 // What makes an instance of a component; the registry keeps it and never calls it.
 typedef void* (*AudioComponentFactoryFunction)(const AudioComponentDescription* description);
 
-TESSARIN_C_DECLARATIONS_BEGIN
+TESSARIN_SYSTEM_DECLARATIONS_BEGIN
 
 // Adds a component for the life of the process and answers it. The name is by convention «Manufacturer:
 // Name», and is copied. A second registration of the same type, subtype and manufacturer is a component of
@@ -34,30 +34,37 @@ TESSARIN_C_DECLARATIONS_BEGIN
 // components they are of. Null without a description or a name.
 TESSARIN_EXPORT AudioComponent AudioComponentRegister(const AudioComponentDescription* description,
                                                       TESSARIN_STRING name, UInt32 version,
-                                                      AudioComponentFactoryFunction factory);
+                                                      AudioComponentFactoryFunction factory)
+    TESSARIN_SYSTEM_SYMBOL("_AudioComponentRegister");
 
 // How many components fit a description. A type, subtype or manufacturer of 0 fits any; the flags of a
 // component must agree in the bits of componentFlagsMask. A null description fits none.
-TESSARIN_EXPORT UInt32 AudioComponentCount(const AudioComponentDescription* description);
+TESSARIN_EXPORT UInt32 AudioComponentCount(const AudioComponentDescription* description)
+    TESSARIN_SYSTEM_SYMBOL("_AudioComponentCount");
 
 // The first fitting component after `component`, or the first of all when that is null; null when there is
 // none.
 //
 //   while ((component = AudioComponentFindNext(component, &wanted))) ...
 TESSARIN_EXPORT AudioComponent AudioComponentFindNext(AudioComponent component,
-                                                      const AudioComponentDescription* description);
+                                                      const AudioComponentDescription* description)
+    TESSARIN_SYSTEM_SYMBOL("_AudioComponentFindNext");
 
 // Stores a component's description. 0 for success, -50 for a null argument.
 TESSARIN_EXPORT OSStatus AudioComponentGetDescription(AudioComponent component,
-                                                      AudioComponentDescription* description);
+                                                      AudioComponentDescription* description)
+    TESSARIN_SYSTEM_SYMBOL("_AudioComponentGetDescription");
 
 // Stores a component's name, which the caller owns. 0 for success, -50 for a null argument; then nothing is
 // stored.
-TESSARIN_EXPORT OSStatus AudioComponentCopyName(AudioComponent component, TESSARIN_STRING_OUT name);
+TESSARIN_EXPORT OSStatus AudioComponentCopyName(AudioComponent component, TESSARIN_STRING_OUT name)
+    TESSARIN_SYSTEM_SYMBOL("_AudioComponentCopyName");
 
 // Stores a component's version. 0 for success, -50 for a null argument.
-TESSARIN_EXPORT OSStatus AudioComponentGetVersion(AudioComponent component, UInt32* version);
+TESSARIN_EXPORT OSStatus AudioComponentGetVersion(AudioComponent component, UInt32* version)
+    TESSARIN_SYSTEM_SYMBOL("_AudioComponentGetVersion");
 
+#    if !(defined(__APPLE__) && TESSARIN_PLATFORM_NATIVE)
 // Registers what an audio-component bundle declares: the dictionaries of the array `AudioComponents` in its
 // Info.plist
 // (`type`, `subtype`, `manufacturer`: strings of four characters; `name`: a string; `version`: a number, 0
@@ -67,8 +74,9 @@ TESSARIN_EXPORT OSStatus AudioComponentGetVersion(AudioComponent component, UInt
 // answer is -1, and an error that says which is stored unless `error` is null: NSCocoaErrorDomain, with
 // NSLocalizedDescription.
 TESSARIN_EXPORT long TessarinRegisterAudioComponentsOfBundle(TESSARIN_STRING path, TESSARIN_ERROR_OUT error);
+#    endif
 
-TESSARIN_C_DECLARATIONS_END
+TESSARIN_SYSTEM_DECLARATIONS_END
 
 #    if !defined(__OBJC__)
 } // namespace tessarin

@@ -3,13 +3,15 @@
 
 #include "TessarinPlatform/AudioTypes.h"
 
-#if !(defined(__APPLE__) && defined(__OBJC__))
+#if defined(__APPLE__) && defined(__OBJC__)
+#    import <CoreServices/CoreServices.h>
+#else
 
 #    if !defined(__OBJC__)
 namespace tessarin {
 #    endif
 
-TESSARIN_C_DECLARATIONS_BEGIN
+TESSARIN_SYSTEM_DECLARATIONS_BEGIN
 
 // The four characters of a code, the most significant byte first; trailing spaces are kept. The caller owns
 // the string.
@@ -18,17 +20,19 @@ TESSARIN_C_DECLARATIONS_BEGIN
 #    if defined(__OBJC__)
 TESSARIN_EXPORT NSString* UTCreateStringForOSType(OSType code);
 #    else
-[[nodiscard]] TESSARIN_EXPORT NSString UTCreateStringForOSType(OSType code);
+[[nodiscard]] TESSARIN_EXPORT NSString UTCreateStringForOSType(OSType code)
+    TESSARIN_SYSTEM_SYMBOL("_UTCreateStringForOSType");
 #    endif
 
 // The code that a string of exactly four Mac OS Roman characters encodes; 0 for any other string and for nil.
 #    if defined(__OBJC__)
 TESSARIN_EXPORT OSType UTGetOSTypeFromString(NSString* string);
 #    else
-TESSARIN_EXPORT OSType UTGetOSTypeFromString(NSString string);
+TESSARIN_EXPORT OSType UTGetOSTypeFromString(NSString string)
+    TESSARIN_SYSTEM_SYMBOL("_UTGetOSTypeFromString");
 #    endif
 
-TESSARIN_C_DECLARATIONS_END
+TESSARIN_SYSTEM_DECLARATIONS_END
 
 #    if !defined(__OBJC__)
 } // namespace tessarin

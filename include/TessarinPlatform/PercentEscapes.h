@@ -14,7 +14,7 @@
 namespace tessarin {
 #    endif
 
-TESSARIN_C_DECLARATIONS_BEGIN
+TESSARIN_SYSTEM_DECLARATIONS_BEGIN
 
 // The string with escapes, in upper-case digits, for every unit that cannot stand in a URL, but for those of
 // `left`, and for those of `escaped` that can. Letters, digits and ! $ & ' ( ) * + , - . / : ; = ? @ _ ~ can,
@@ -26,7 +26,8 @@ TESSARIN_C_DECLARATIONS_BEGIN
 // nil string. The caller owns the result.
 TESSARIN_NEW_STRING CFURLCreateStringByAddingPercentEscapes(CFAllocatorRef allocator, TESSARIN_STRING string,
                                                             TESSARIN_STRING left, TESSARIN_STRING escaped,
-                                                            CFStringEncoding encoding);
+                                                            CFStringEncoding encoding)
+    TESSARIN_SYSTEM_SYMBOL("_CFURLCreateStringByAddingPercentEscapes");
 
 // The string with its escapes replaced by the text that their bytes are in the encoding; adjacent escapes are
 // read together. Characters of `left` stay escaped; where that is nil nothing is replaced, so the empty
@@ -34,12 +35,12 @@ TESSARIN_NEW_STRING CFURLCreateStringByAddingPercentEscapes(CFAllocatorRef alloc
 //
 // nil for a percent sign without two hexadecimal digits, for bytes that are no text in the encoding or whose
 // encoding the platform does not have, and for a nil string. The caller owns the result.
-TESSARIN_NEW_STRING CFURLCreateStringByReplacingPercentEscapesUsingEncoding(CFAllocatorRef allocator,
-                                                                            TESSARIN_STRING string,
-                                                                            TESSARIN_STRING left,
-                                                                            CFStringEncoding encoding);
+TESSARIN_NEW_STRING
+CFURLCreateStringByReplacingPercentEscapesUsingEncoding(CFAllocatorRef allocator, TESSARIN_STRING string,
+                                                        TESSARIN_STRING left, CFStringEncoding encoding)
+    TESSARIN_SYSTEM_SYMBOL("_CFURLCreateStringByReplacingPercentEscapesUsingEncoding");
 
-TESSARIN_C_DECLARATIONS_END
+TESSARIN_SYSTEM_DECLARATIONS_END
 
 #    undef TESSARIN_STRING
 #    undef TESSARIN_NEW_STRING

@@ -6,6 +6,11 @@
 #include <utility>
 
 namespace tessarin {
+namespace detail {
+
+struct Adopting {};
+
+} // namespace detail
 
 // A handle that owns one reference and gives it up when it goes. It is a T, so it is used like one.
 //
@@ -15,6 +20,7 @@ class [[nodiscard]] Retained : public T {
 public:
     constexpr Retained() = default; // nil
     constexpr Retained(std::nullptr_t) {}
+    constexpr Retained(T owned, detail::Adopting) : T(owned) {} // adopt, in words
     Retained(const Retained& other) : T(other.plain()) { runtime::retain(this->object()); }
     Retained(Retained&& other) noexcept : T(other.leak()) {}
     // From a handle of a more exact class, or of one that is not known.
@@ -47,17 +53,12 @@ public:
 private:
     T& plainReference() { return *this; }
     const T& plain() const { return *this; }
-
-    template <HandleType U>
-    friend Retained<U> adopt(U owned);
 };
 
 // Takes over a reference that the caller owns: the result of alloc/init, new, copy or mutableCopy.
 template <HandleType T>
 Retained<T> adopt(T owned) {
-    Retained<T> result;
-    result.plainReference() = owned;
-    return result;
+    return Retained<T>(owned, detail::Adopting());
 }
 
 // Adds a reference.

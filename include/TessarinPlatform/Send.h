@@ -45,6 +45,30 @@ auto variadicArgument(const Argument& argument) {
 #    define TESSARIN_DISPATCHES
 #endif
 
+// Whether the caller provides the place for a result: where that makes a difference to the runtime, which is
+// where its header says so, a structure of more than two registers.
+template <class Result>
+inline constexpr bool isStructure = false;
+template <class Result>
+requires std::is_class_v<Result>
+inline constexpr bool isStructure<Result> = sizeof(Result) > 2 * sizeof(void*);
+
+// The method that a message with such a result is to call.
+template <class Result>
+inline Implementation lookUp(Object* receiver, SEL selector) {
+#if defined(TESSARIN_HAS_STRUCTURE_DISPATCH)
+    if constexpr (isStructure<Result>) return runtime::lookUpForStructure(receiver, selector);
+#endif
+    return runtime::lookUp(receiver, selector);
+}
+template <class Result>
+inline Implementation lookUpInClass(Object* classObject, SEL selector) {
+#if defined(TESSARIN_HAS_STRUCTURE_DISPATCH)
+    if constexpr (isStructure<Result>) return runtime::lookUpForStructureInClass(classObject, selector);
+#endif
+    return runtime::lookUpInClass(classObject, selector);
+}
+
 template <class Result, class... Arguments>
 TESSARIN_DISPATCHES inline Result call(Implementation implementation, NSObject receiver, SEL selector,
                                        Arguments... arguments) {
@@ -67,8 +91,8 @@ inline Result send(NSObject receiver, SEL selector, const Arguments&... argument
         else
             return Result{};
     }
-    return detail::call<Result, detail::PassedAs<Arguments>...>(runtime::lookUp(receiver.object(), selector),
-                                                                receiver, selector, arguments...);
+    return detail::call<Result, detail::PassedAs<Arguments>...>(
+        detail::lookUp<Result>(receiver.object(), selector), receiver, selector, arguments...);
 }
 
 // Sends a message whose method takes a variable-length list after its first argument. What the list holds,
@@ -83,7 +107,7 @@ TESSARIN_DISPATCHES inline Result sendVariadic(NSObject receiver, SEL selector, 
             return Result{};
     }
     using Method = Result (*)(NSObject, SEL, detail::PassedAs<First>, ...);
-    return reinterpret_cast<Method>(runtime::lookUp(receiver.object(), selector))(
+    return reinterpret_cast<Method>(detail::lookUp<Result>(receiver.object(), selector))(
         receiver, selector, first, detail::variadicArgument(further)...);
 }
 
@@ -93,8 +117,8 @@ template <class Result, class... Arguments>
 inline Result sendSuper(NSObject receiver, NSObject definingClass, SEL selector,
                         const Arguments&... arguments) {
     return detail::call<Result, detail::PassedAs<Arguments>...>(
-        runtime::lookUpInClass(runtime::superclassOf(definingClass.object()), selector), receiver, selector,
-        arguments...);
+        detail::lookUpInClass<Result>(runtime::superclassOf(definingClass.object()), selector), receiver,
+        selector, arguments...);
 }
 
 } // namespace tessarin

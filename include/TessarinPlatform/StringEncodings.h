@@ -60,7 +60,7 @@ enum : CFStringEncoding {
 typedef const void* CFAllocatorRef;
 static const CFAllocatorRef kCFAllocatorDefault = 0;
 
-TESSARIN_C_DECLARATIONS_BEGIN
+TESSARIN_SYSTEM_DECLARATIONS_BEGIN
 
 // The encoding that an NSStringEncoding stands for, kCFStringEncodingInvalidId when there is none. With bit
 // 31 set the other bits are the number, whether or not there is such an encoding; bits above are ignored.
@@ -69,7 +69,8 @@ TESSARIN_C_DECLARATIONS_BEGIN
 #    if defined(__OBJC__)
 TESSARIN_EXPORT CFStringEncoding CFStringConvertNSStringEncodingToEncoding(unsigned long encoding);
 #    else
-TESSARIN_EXPORT CFStringEncoding CFStringConvertNSStringEncodingToEncoding(NSStringEncoding encoding);
+TESSARIN_EXPORT CFStringEncoding CFStringConvertNSStringEncodingToEncoding(NSStringEncoding encoding)
+    TESSARIN_SYSTEM_SYMBOL("_CFStringConvertNSStringEncodingToEncoding");
 #    endif
 
 // The string that bytes, of which the last is followed by a zero, stand for; nil when they are no text in the
@@ -79,10 +80,11 @@ TESSARIN_EXPORT NSString* CFStringCreateWithCString(CFAllocatorRef allocator, co
                                                     CFStringEncoding encoding);
 #    else
 [[nodiscard]] TESSARIN_EXPORT NSString CFStringCreateWithCString(CFAllocatorRef allocator, const char* text,
-                                                                 CFStringEncoding encoding);
+                                                                 CFStringEncoding encoding)
+    TESSARIN_SYSTEM_SYMBOL("_CFStringCreateWithCString");
 #    endif
 
-TESSARIN_C_DECLARATIONS_END
+TESSARIN_SYSTEM_DECLARATIONS_END
 
 #    if !defined(__OBJC__)
 } // namespace tessarin

@@ -22,10 +22,15 @@ using BOOL = signed char;
 #else
 using BOOL = unsigned char;
 #endif
+// Headers of the platform, where a file has included some before, have macros of these names.
+#if !defined(YES)
 inline constexpr BOOL YES = 1;
 inline constexpr BOOL NO = 0;
+#endif
 
+#if !defined(nil)
 inline constexpr std::nullptr_t nil = nullptr;
+#endif
 
 // The index that a search answers which found nothing. The searches answer NSUInteger; some are kept as
 // NSInteger, and the value is the same in both.

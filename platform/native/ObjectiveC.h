@@ -6,7 +6,11 @@
 
 #include <objc/runtime.h>
 #if defined(__APPLE__)
-#    include <objc/objc-sync.h>
+// What <objc/objc-sync.h> declares, which not every collection of the runtime's headers has.
+extern "C" {
+int objc_sync_enter(::id object);
+int objc_sync_exit(::id object);
+}
 #else
 #    include <objc/objc-exception.h>
 #    include <objc/objc-sync.h>
@@ -22,7 +26,9 @@ namespace tessarin::native {
 // The same pointers under the runtime's types, and back.
 inline ::id runtimeObject(Object* object) { return reinterpret_cast<::id>(object); }
 inline ::Class runtimeClass(Object* object) { return reinterpret_cast<::Class>(object); }
-inline ::SEL runtimeSelector(SEL selector) { return reinterpret_cast<::SEL>(selector); }
+inline ::SEL runtimeSelector(SEL selector) {
+    return reinterpret_cast<::SEL>(const_cast<SelectorRecord*>(selector)); // constant in some runtimes' types
+}
 inline ::IMP runtimeImplementation(Implementation implementation) {
     return reinterpret_cast<::IMP>(implementation);
 }

@@ -11,17 +11,20 @@
 
 extern "C" void* tessarin_catching(void (*body)(void* context), void* context); // Exceptions.m
 
+#if defined(__APPLE__)
+// What the platform's compilers make of @autoreleasepool; its headers do not declare them.
+extern "C" {
+void* objc_autoreleasePoolPush();
+void objc_autoreleasePoolPop(void* pool);
+}
+#endif
+
 namespace tessarin {
-namespace {
-
-Object* newPool() { return send<id>(send<id>("NSAutoreleasePool"_class, "alloc"_sel), "init"_sel).object(); }
-
-} // namespace
 
 #if defined(__APPLE__)
 
-void* runtime::openPool() { return newPool(); }
-void runtime::closePool(void* pool) { release(static_cast<Object*>(pool)); }
+void* runtime::openPool() { return objc_autoreleasePoolPush(); }
+void runtime::closePool(void* pool) { objc_autoreleasePoolPop(pool); }
 
 Object* runtime::catching(void (*body)(void* context), void* context) {
     return static_cast<Object*>(tessarin_catching(body, context));
@@ -30,6 +33,8 @@ Object* runtime::catching(void (*body)(void* context), void* context) {
 #else
 
 namespace {
+
+Object* newPool() { return send<id>(send<id>("NSAutoreleasePool"_class, "alloc"_sel), "init"_sel).object(); }
 
 // The exception that was thrown last on a thread; it may still be in flight.
 struct ThrownException {

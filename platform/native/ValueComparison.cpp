@@ -59,6 +59,13 @@ const std::vector<Comparison>& ofOtherValues() {
     return known;
 }
 
+#if defined(__APPLE__)
+
+// Strings are compared unit by unit.
+bool hashesAsItCompares(NSString) { return true; }
+
+#else
+
 // GNUstep compares strings by canonical equivalence and hashes them by their units. Below the first letter
 // that can be taken apart the two agree.
 bool hashesAsItCompares(NSString string) {
@@ -74,6 +81,8 @@ bool hashesAsItCompares(NSString string) {
     }
     return true;
 }
+
+#endif
 
 // GNUstep compares numbers as reals, which takes integers that only a rounding tells apart for equal, and no
 // NaN for itself.

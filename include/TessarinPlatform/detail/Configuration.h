@@ -52,3 +52,17 @@
 #    define TESSARIN_C_DECLARATIONS_BEGIN
 #    define TESSARIN_C_DECLARATIONS_END
 #endif
+
+// Functions of the system, which the C++ face declares with handles. Elsewhere the platform defines them, as
+// C symbols. On macOS the system does, under the same names: there the C++ face declares functions of its own
+// with the system's symbols, since a file may include the system's headers too, and C functions of one name
+// have one type.
+#if defined(__APPLE__) && defined(__cplusplus) && TESSARIN_PLATFORM_NATIVE
+#    define TESSARIN_SYSTEM_DECLARATIONS_BEGIN
+#    define TESSARIN_SYSTEM_DECLARATIONS_END
+#    define TESSARIN_SYSTEM_SYMBOL(symbol) __asm__(symbol)
+#else
+#    define TESSARIN_SYSTEM_DECLARATIONS_BEGIN TESSARIN_C_DECLARATIONS_BEGIN
+#    define TESSARIN_SYSTEM_DECLARATIONS_END TESSARIN_C_DECLARATIONS_END
+#    define TESSARIN_SYSTEM_SYMBOL(symbol)
+#endif
