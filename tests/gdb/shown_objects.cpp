@@ -27,8 +27,11 @@ int main() {
     indexes.addIndexesInRange({2, 5});
     indexes.addIndex(1'000'000);
     indexes.addIndexesInRange({4096, 8192});
+    const NSColor orange = NSColor::colorWithCalibratedRed_green_blue_alpha(1, 0.5, 0, 0.25);
+    const NSColor gray = NSColor::colorWithDeviceWhite_alpha(0.5, 1);
+    const NSColor named = NSColor::colorWithCatalogName_colorName("System"_ns, "labelColor"_ns);
     const NSObject other = NSNull::null();
-    const void* const kept[] = {&missing, &narrow,  &wide,     &yes,     &negative, &largest,
-                                &half,    &effects, &settings, &indexes, &other};
+    const void* const kept[] = {&missing, &narrow,   &wide,    &yes,    &negative, &largest, &half,
+                                &effects, &settings, &indexes, &orange, &gray,     &named,   &other};
     stop(kept);
 }

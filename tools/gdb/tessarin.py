@@ -178,12 +178,25 @@ class IndexSet(Plain):
                 yield first + index, first + index
 
 
+class Color(Plain):
+    def to_string(self):
+        data = storage(self.pointer, "ColorStorage")
+        space = data["space"]["_M_payload"]
+        if not bool(space["_M_engaged"]):
+            return super().to_string()
+        name = str(space["_M_payload"]["_M_value"]).rsplit("::", 1)[-1]
+        count = 1 if name.endswith("Gray") else 4 if name.endswith("CMYK") else 3
+        components = [float(data["components"]["_M_elems"][index]) for index in range(count)]
+        return f"{self.name} {name} {' '.join(f'{each:g}' for each in components)}, alpha {float(data['alpha']):g}"
+
+
 PRINTERS = {
     "NSString": String,
     "NSNumber": Number,
     "NSArray": Array,
     "NSDictionary": Dictionary,
     "NSIndexSet": IndexSet,
+    "NSColor": Color,
 }
 
 
