@@ -34,7 +34,8 @@ add_library(tessarin_source_names INTERFACE)
 target_compile_options(
     tessarin_source_names
     INTERFACE $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>)
-if(NOT PROJECT_BINARY_DIR MATCHES "^${PROJECT_SOURCE_DIR}/")
+cmake_path(IS_PREFIX PROJECT_SOURCE_DIR "${PROJECT_BINARY_DIR}" NORMALIZE binary_directory_is_within)
+if(NOT binary_directory_is_within)
     target_compile_options(
         tessarin_source_names
         INTERFACE $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-ffile-prefix-map=${PROJECT_BINARY_DIR}=build>)

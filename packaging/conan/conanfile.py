@@ -55,3 +55,5 @@ class TessarinFoundation(ConanFile):
                 self.cpp_info.exelinkflags = ["-Wl,--exclude-libs,libTessarinFoundation.a"]
                 self.cpp_info.sharedlinkflags = self.cpp_info.exelinkflags
                 self.cpp_info.system_libs = ["pthread"]
+            elif self.settings.os == "Windows":
+                self.cpp_info.system_libs = ["synchronization"]
