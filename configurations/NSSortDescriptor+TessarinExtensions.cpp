@@ -34,8 +34,9 @@ NSString textOf(NSObject object) {
 
 // Answers the receiver as it stands for what is no configuration: not nil, and not released, which is meant.
 NSSortDescriptor initWithConfiguration(NSSortDescriptor self, SEL, NSDictionary configuration) {
-    const NSString keyPath = textOf(configuration.objectForKey(keyPathKey()));
+    const id keyPathValue = configuration.objectForKey(keyPathKey());
     const id ascending = configuration.objectForKey(ascendingKey());
+    const NSString keyPath = textOf(keyPathValue);
     if (!keyPath || !ascending.respondsToSelector("boolValue"_sel)) return self;
     const bool isAscending = send<BOOL>(ascending, "boolValue"_sel) != NO;
     if (const SEL selector = NSSelectorFromString(textOf(configuration.objectForKey(selectorKey()))))

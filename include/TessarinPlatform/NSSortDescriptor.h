@@ -2,6 +2,7 @@
 #pragma once
 
 #include "TessarinPlatform/NSArray.h"
+#include "TessarinPlatform/NSData.h"
 
 namespace tessarin {
 
@@ -47,9 +48,13 @@ public:
     }
 };
 
-// The selector of that name, null for nil; any other string makes one.
+// The selector of that name; any string makes one. Null for nil, and for what no name can be: text with the
+// character U+0000 or with an unpaired surrogate.
 inline SEL NSSelectorFromString(NSString name) {
-    return name ? runtime::registerSelector(name.UTF8String()) : SEL();
+    const NSData utf8 = name.dataUsingEncoding(NSUTF8StringEncoding);
+    if (!utf8) return SEL();
+    const std::string text(static_cast<const char*>(utf8.bytes()), utf8.length());
+    return text.find('\0') == std::string::npos ? runtime::registerSelector(text.c_str()) : SEL();
 }
 // The selector's name, nil for the null selector.
 inline NSString NSStringFromSelector(SEL selector) {

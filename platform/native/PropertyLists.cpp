@@ -141,7 +141,8 @@ bool isPropertyList(NSObject object, NSPropertyListFormat format) {
 }
 
 id propertyListWithMutableContainers(NSObject propertyList, NSError* error) {
-    if (examinesPropertyLists()) return writtenAndRead(propertyList, error);
+    // nil is answered here on every platform; some raise for it.
+    if (propertyList && examinesPropertyLists()) return writtenAndRead(propertyList, error);
     return copyWithMutableContainers<PropertyListObjects>(propertyList, error);
 }
 

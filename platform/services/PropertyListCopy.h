@@ -8,15 +8,13 @@
 //
 // Beside what PropertyListExamination.h asks of it, `Platform` says how a copy is made:
 //
-//   static Retained<NSObject> newMutableContainer(NSObject source, PropertyListKind kind);   // of the same
-//   items static NSUInteger countOf(NSObject container, PropertyListKind kind); static bool mayStay(NSObject
-//   leaf, PropertyListKind kind);   // whether the copy may hold the very object static Retained<NSObject>
-//   newLeaf(NSObject leaf, PropertyListKind kind);   // immutable, equal struct CopiedContents { // of a new
-//   mutable container
-//       CopiedContents(NSObject container, PropertyListKind kind);
-//       bool next(NSObject& object);
-//       void replace(NSObject object);   // what next found last
-//   };
+// - newMutableContainer(source, kind) makes a container of the same items, which the caller owns;
+//   countOf(container, kind) is how many there are;
+// - mayStay(leaf, kind) says whether the copy may hold the very object; otherwise newLeaf(leaf, kind) makes
+// an
+//   immutable one that is equal, which the caller owns;
+// - CopiedContents(container, kind) walks a new mutable container: next(object) finds its objects one after
+//   the other and answers false at the end, replace(object) puts another in the place of the last found.
 #pragma once
 
 #include "TessarinPlatform/AutoreleasePool.h"

@@ -521,59 +521,61 @@ static void checkColors(void) {
                                                                                         forKey:@"Hue"]];
     CHECK([hue hueComponent] == 180.0 / 359.0 && [hue brightnessComponent] == 0);
     CHECK([[NSColor tessarin_colorWithConfiguration:nil] alphaComponent] == 0);
-    @interface DescribedValue : NSObject
-    -(id)configuration;
-    @end
-    @implementation DescribedValue
-    -(id)configuration {
-        return [NSDictionary dictionaryWithObject:@"value" forKey:@"key"];
-    }
-    @end
+}
 
-    static void checkPropertyLists(void) {
-        Class serialization = [NSPropertyListSerialization class];
-        NSArray *list = [NSArray arrayWithObject:[NSDictionary dictionary]];
-        CHECK([serialization tessarin_propertyListForValue:list] == list);
-        CHECK([serialization tessarin_propertyListForValue:nil] == nil);
-        CHECK([serialization tessarin_propertyListForValue:[NSNull null]] == nil);
-        DescribedValue *value = [[[DescribedValue alloc] init] autorelease];
-        CHECK_TEXT([[serialization tessarin_propertyListForValue:value] objectForKey:@"key"], @"value");
+@interface DescribedValue : NSObject
+- (id)configuration;
+@end
+@implementation DescribedValue
+- (id)configuration {
+    return [NSDictionary dictionaryWithObject:@"value" forKey:@"key"];
+}
+@end
 
-        NSError *error = nil;
-        NSMutableArray *copy = [serialization tessarin_propertyListWithMutableContainers:list error:&error];
-        [[copy objectAtIndex:0] setObject:@"value" forKey:@"key"];
-        [copy addObject:@"more"];
-        CHECK([copy count] == 2 && [list count] == 1 && error == nil);
-        copy = [serialization tessarin_propertyListWithMutableContainers:[NSNull null] error:&error];
-        CHECK(copy == nil && [error code] == 3851);
-        CHECK([serialization tessarin_propertyListWithMutableContainers:nil error:NULL] == nil);
-    }
+static void checkPropertyLists(void) {
+    Class serialization = [NSPropertyListSerialization class];
+    NSArray *list = [NSArray arrayWithObject:[NSDictionary dictionary]];
+    CHECK([serialization tessarin_propertyListForValue:list] == list);
+    CHECK([serialization tessarin_propertyListForValue:nil] == nil);
+    CHECK([serialization tessarin_propertyListForValue:[NSNull null]] == nil);
+    DescribedValue *value = [[[DescribedValue alloc] init] autorelease];
+    CHECK_TEXT([[serialization tessarin_propertyListForValue:value] objectForKey:@"key"], @"value");
 
-    int main(void) {
-        NSAutoreleasePool *pool = [[NSAutoreleasePool alloc] init];
-        openDisplay();
-        checkPaths();
-        checkKeyPathsAndTrimming();
-        checkQuantities();
-        checkFileNames();
-        checkURLsAndFileManagers();
-        checkStreamFormats();
-        checkParameterDescriptions();
-        checkComponentIdentity();
-        checkUniqueIndexer();
-        checkArrays();
-        checkSearchesInArrays();
-        checkMutableArraysAndDictionaries();
-        checkPropertyLists();
-        checkTransformedValues();
-        checkWindows();
-        checkViews();
-        checkScrollViews();
-        checkSortDescriptors();
-        checkMenus();
-        checkAttributedStrings();
-        checkColors();
-        const int exitCode = closeChecks();
-        [pool release];
-        return exitCode;
-    }
+    NSError *error = nil;
+    NSMutableArray *copy = [serialization tessarin_propertyListWithMutableContainers:list error:&error];
+    [[copy objectAtIndex:0] setObject:@"value" forKey:@"key"];
+    [copy addObject:@"more"];
+    CHECK([copy count] == 2 && [list count] == 1 && error == nil);
+    copy = [serialization tessarin_propertyListWithMutableContainers:[NSNull null] error:&error];
+    CHECK(copy == nil && [error code] == 3851);
+    CHECK([serialization tessarin_propertyListWithMutableContainers:nil error:NULL] == nil);
+}
+
+int main(void) {
+    NSAutoreleasePool *pool = [[NSAutoreleasePool alloc] init];
+    openDisplay();
+    checkPaths();
+    checkKeyPathsAndTrimming();
+    checkQuantities();
+    checkFileNames();
+    checkURLsAndFileManagers();
+    checkStreamFormats();
+    checkParameterDescriptions();
+    checkComponentIdentity();
+    checkUniqueIndexer();
+    checkArrays();
+    checkSearchesInArrays();
+    checkMutableArraysAndDictionaries();
+    checkPropertyLists();
+    checkTransformedValues();
+    checkWindows();
+    checkViews();
+    checkScrollViews();
+    checkSortDescriptors();
+    checkMenus();
+    checkAttributedStrings();
+    checkColors();
+    const int exitCode = closeChecks();
+    [pool release];
+    return exitCode;
+}

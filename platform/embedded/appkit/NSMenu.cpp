@@ -42,9 +42,11 @@ NSMenu init(NSMenu self, SEL) { return self.initWithTitle(""_ns); }
 
 void dealloc(NSMenu self, SEL selector) {
     // Others may have the items, which must not find a menu that is gone.
-    const ArrayStorage& items = itemsOf(self);
-    for (NSUInteger index = 0; index < items.count; ++index)
-        storageOf(as<NSMenuItem>(items.items[index])).menu = nil;
+    if (storageOf(self).items) {
+        const ArrayStorage& items = itemsOf(self);
+        for (NSUInteger index = 0; index < items.count; ++index)
+            storageOf(as<NSMenuItem>(items.items[index])).menu = nil;
+    }
     sendSuper<void>(self, NSMenu::classObject(), selector);
 }
 

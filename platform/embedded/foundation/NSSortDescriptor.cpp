@@ -83,13 +83,8 @@ NSString keyKey() { return "NSKey"_ns; }
 NSString ascendingKey() { return "NSAscending"_ns; }
 NSString selectorKey() { return "NSSelector"_ns; }
 
-void requireKeys(NSSortDescriptor self, SEL selector, NSCoder coder) {
-    if (!coder.allowsKeyedCoding())
-        raiseFrom(NSInvalidArgumentException(), self, selector, "the coder does not allow keyed coding");
-}
-
 void encodeWithCoder(NSSortDescriptor self, SEL selector, NSCoder coder) {
-    requireKeys(self, selector, coder);
+    requireKeys(coder, self, selector);
     coder.encodeObject_forKey(self.key(), keyKey());
     coder.encodeBool_forKey(self.ascending(), ascendingKey());
     coder.encodeObject_forKey(NSStringFromSelector(self.selector()), selectorKey());
@@ -106,7 +101,7 @@ NSString decodeString(NSSortDescriptor self, SEL selector, NSCoder coder, NSStri
 
 NSSortDescriptor initWithCoder(NSSortDescriptor self, SEL selector, NSCoder coder) {
     Retained<NSSortDescriptor> owned = adopt(self);
-    requireKeys(self, selector, coder);
+    requireKeys(coder, self, selector);
     const NSString decodedKey = decodeString(self, selector, coder, keyKey());
     if (decodedKey.isKindOfClass("NSMutableString"_class))
         checkCopyOfDecoded(coder, sizeof(unichar) * decodedKey.length());
