@@ -33,6 +33,11 @@ def relative(path):
     return path.relative_to(ROOT).as_posix()
 
 
+def owner_of(path):
+    """The class that a file is about: 'NSColor+TessarinExtensions_test.cpp' is about NSColor."""
+    return re.match(r"\w*?(?=[+_.])|\w*", path.name).group(0)
+
+
 def faces(text):
     """The Objective-C and the C++ part of a header; the same text twice when it serves both."""
     split = re.search(r"^#if defined\(__OBJC__\)$(.*?)^#else$(.*)^#endif", text, re.M | re.S)
@@ -70,17 +75,18 @@ class Project:
     def naming(self, files, pattern):
         return [path for path, text in files.items() if re.search(pattern, text)]
 
-    def source_of(self, what, pattern):
+    def source_of(self, what, pattern, owner=""):
         found = self.naming(self.sources, pattern)
+        found.sort(key=lambda path: owner_of(path) != owner)
         if not found:
             self.problems.append(f"{what} is declared and not implemented")
         return relative(found[0]) if found else ""
 
-    def tests_of(self, what, pattern, first):
+    def tests_of(self, what, pattern, first, owner=""):
         found = self.naming(self.tests, pattern)
         if not found:
             self.problems.append(f"{what} is named by no test")
-        found.sort(key=lambda path: (path.stem.split("_")[0] != first, relative(path)))
+        found.sort(key=lambda path: (path.stem.split("_")[0] != first, owner_of(path) != owner, relative(path)))
         return ", ".join(path.stem for path in found[:3]) + (" …" if len(found) > 3 else "")
 
     def operations(self, header):
@@ -96,8 +102,8 @@ class Project:
                 if not re.search(rf"\b{selector.split(':')[0]}\b", self.client):
                     self.problems.append(f"{what} is not sent by the client in Objective-C")
                 yield Operation(owner, sign + selector, name, header.name,
-                                self.source_of(what, rf'"{re.escape(selector)}"'),
-                                self.tests_of(what, rf"\b{name}\b", header.stem))
+                                self.source_of(what, rf'"{re.escape(selector)}"', owner),
+                                self.tests_of(what, rf"\b{name}\b", header.stem, owner))
 
     def symbols(self, header):
         text = without_comments(read(header))
@@ -125,7 +131,9 @@ class Project:
                 continue
             name, writer, reader, text = line.split("\t")
             pattern = rf"\"{re.escape(text)}\"|\b{re.escape(text)}\("
-            source = "" if text == "FF0000FF" else self.source_of(f"'{text}'", pattern)
+            # What only tests show has the source of its writer.
+            shown = rf'"{re.escape(writer)}"' if text == "FF0000FF" else pattern
+            source = self.source_of(f"'{text}'", shown)
             yield Format(name, writer, reader, text, source, self.tests_of(f"'{text}'", pattern, ""))
 
 

@@ -4,6 +4,9 @@
 // it goes by. The receiver is never changed. New arrays are immutable and autoreleased. There is no lock: the
 // operations are as safe on several threads as reading the arrays is. What the platform raises passes
 // through, NSGenericException for an array that is changed while it is walked among it.
+//
+// A nil receiver answers nil, or NO. What a nil argument means is said at each operation; a nil array is an
+// empty one everywhere.
 #pragma once
 
 #include "TessarinPlatform/detail/LibraryAnchor.h"
@@ -88,23 +91,31 @@ TESSARIN_EXPORT tessarin::NSArray tessarin_arrayWithObjectsPassingTest_options(
 
 // The receiver without the objects that equal any of the array's: another array also when there are none. A
 // nil array is empty.
+//
+//   tessarin_arrayByRemovingObjectsInArray(letters, vowels)   // a b c e a without a e gives b c
 TESSARIN_EXPORT tessarin::NSArray tessarin_arrayByRemovingObjectsInArray(tessarin::NSArray receiver,
                                                                          tessarin::NSArray array);
 
 // The last object but one; nil when there are fewer than two. The name is spelled so, which is meant.
+//
+//   tessarin_penultimeteObject(letters)   // a b c gives b
 TESSARIN_EXPORT tessarin::id tessarin_penultimeteObject(tessarin::NSArray receiver);
 
 // The first object; nil for an empty array.
+//
+//   tessarin_firstObject(letters)   // a b c gives a
 TESSARIN_EXPORT tessarin::id tessarin_firstObject(tessarin::NSArray receiver);
 
 // Whether that very object is in the receiver. nil is in none.
+//
+//   tessarin_containsObjectIdenticalTo(tracks, track)   // an equal track is not enough
 TESSARIN_EXPORT bool tessarin_containsObjectIdenticalTo(tessarin::NSArray receiver,
                                                         tessarin::NSObject object);
 
 // The first object whose value at the key path equals the one given, retained and autoreleased; nil when
 // there is none. It is the object's value that is asked isEqual:. A value that is nil equals nothing, not
-// even nil. Raises NSUndefinedKeyException(), by the objects' key-value coding, for a key that one of the
-// objects before the found one does not know.
+// even nil. A nil key path is the platform's matter. Raises NSUndefinedKeyException(), by the objects'
+// key-value coding, for a key that one of the objects before the found one does not know.
 //
 //   tessarin_objectWithValue_forKeyPath(tracks, "drums"_ns, "effect.name"_ns)
 TESSARIN_EXPORT tessarin::id tessarin_objectWithValue_forKeyPath(tessarin::NSArray receiver,

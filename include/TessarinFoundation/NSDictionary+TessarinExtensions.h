@@ -1,6 +1,6 @@
 // Dictionaries: values in the order of their keys, and a dictionary without one of its keys.
 //
-// The receiver is never changed. Results are new, immutable and autoreleased.
+// The receiver is never changed. Results are new, immutable and autoreleased. A nil dictionary answers nil.
 #pragma once
 
 #include "TessarinPlatform/detail/LibraryAnchor.h"
@@ -29,7 +29,7 @@
 TESSARIN_EXPORT tessarin::NSArray tessarin_allValuesSortedByKeys(tessarin::NSDictionary dictionary);
 
 // The dictionary without the key and its value: another one also when the key is not in it. What the platform
-// raises for a nil key passes through.
+// raises for a nil key passes through: NSInvalidArgumentException; GNUstep logs it and removes nothing.
 //
 //   tessarin_dictionaryByRemovingObjectForKey(settings, "window"_ns)
 TESSARIN_EXPORT tessarin::NSDictionary

@@ -1,7 +1,8 @@
 // Menus: the states of all items, and the first separator.
 //
 // For the application's interface thread, as menus are. A menu that is changed while it is walked, by its
-// items' own code, is refused as the platform's enumeration refuses it: NSGenericException.
+// items' own code, is refused as the platform's enumeration refuses it: NSGenericException. A nil menu has
+// nothing to set, and answers 0, as every message to nil does.
 #pragma once
 
 #include "TessarinPlatform/detail/LibraryAnchor.h"
@@ -29,7 +30,8 @@
 TESSARIN_EXPORT void tessarin_setStateOfAllItems(tessarin::NSMenu receiver, tessarin::NSInteger state);
 
 // The index of the first separator, by the receiver's own indexOfItem:; -1, and not NSNotFound, when there is
-// none. Submenus are not looked at.
+// none. Submenus are not looked at. A nil menu answers 0, which is an index like any other: ask whether there
+// is a menu first.
 //
 //   tessarin_indexOfSeparatorItem(effects)   // items A, separator, B give 1
 TESSARIN_EXPORT tessarin::NSInteger tessarin_indexOfSeparatorItem(tessarin::NSMenu receiver);

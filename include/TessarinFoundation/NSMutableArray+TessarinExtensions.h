@@ -2,6 +2,7 @@
 //
 // No operation raises on its own; what the platform raises passes through, for instance when an argument is
 // changed while it is walked. There is no lock: nothing else may use the receiver during an edit.
+// Nothing is done for a nil receiver.
 #pragma once
 
 #include "TessarinPlatform/detail/LibraryAnchor.h"
@@ -46,7 +47,8 @@ TESSARIN_EXPORT void tessarin_moveObjectFromIndex_toIndex(tessarin::NSMutableArr
                                                           tessarin::NSUInteger from, tessarin::NSUInteger to);
 
 // Appends, in order, each object of the array that the receiver does not contain yet, by equality. Of equal
-// objects in the array the first is taken; those that the receiver has already are left alone.
+// objects in the array the first is taken; those that the receiver has already are left alone. A nil array
+// adds nothing, and nor does the receiver itself.
 //
 //   tessarin_mergeWithArray(letters, added)   // a a with b a b becomes a a b
 TESSARIN_EXPORT void tessarin_mergeWithArray(tessarin::NSMutableArray receiver, tessarin::NSArray array);

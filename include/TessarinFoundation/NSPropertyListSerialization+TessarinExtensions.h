@@ -1,5 +1,5 @@
 // Property lists: of any value that can describe itself as one, and copied with containers that can be
-// edited.
+// edited. A nil class answers nil, without an error.
 #pragma once
 
 #include "TessarinPlatform/detail/LibraryAnchor.h"
@@ -38,6 +38,10 @@
 TESSARIN_EXPORT tessarin::id tessarin_propertyListForValue(tessarin::NSObject value);
 TESSARIN_EXPORT tessarin::id tessarin_propertyListForValue(tessarin::Class receiver,
                                                            tessarin::NSObject value);
+template <tessarin::HandleType Receiver>
+tessarin::id tessarin_propertyListForValue(tessarin::NSObject value) {
+    return tessarin_propertyListForValue(Receiver::classObject(), value);
+}
 
 // A new property list, autoreleased, that is equal to another and whose arrays and dictionaries, at every
 // depth, are mutable. Strings and data in it are immutable, also where they were not; integers are 64 bits
@@ -56,5 +60,10 @@ TESSARIN_EXPORT tessarin::id tessarin_propertyListWithMutableContainers_error(te
 TESSARIN_EXPORT tessarin::id tessarin_propertyListWithMutableContainers_error(tessarin::Class receiver,
                                                                               tessarin::NSObject propertyList,
                                                                               tessarin::NSError* error);
+template <tessarin::HandleType Receiver>
+tessarin::id tessarin_propertyListWithMutableContainers_error(tessarin::NSObject propertyList,
+                                                              tessarin::NSError* error) {
+    return tessarin_propertyListWithMutableContainers_error(Receiver::classObject(), propertyList, error);
+}
 
 #endif

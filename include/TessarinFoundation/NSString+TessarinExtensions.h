@@ -3,6 +3,8 @@
 // None of these operations touches the file system; a path is a plain string with "/" as its separator. They
 // keep no state but the constants that the file-name operations make once, and any of them may run on any
 // thread at the same time as any other. Results are autoreleased.
+//
+// A nil receiver, string or class, answers nil, or NO. What a nil argument means is said at each operation.
 #pragma once
 
 #include "TessarinPlatform/detail/LibraryAnchor.h"
@@ -118,16 +120,33 @@ tessarin_stringByTrimmingLeadingCharactersInSet(tessarin::NSString string, tessa
 // The three rules are class operations. The operations on a string ask the receiver's class for them, so that
 // a class derived from NSString may have rules of its own. NSString's are made once and kept. A nil name
 // holds nothing and answers nil.
+//
+//   tessarin_fileNameIllegalCharacters().characterIsMember('/')   // true
+//   tessarin_escapingFileNameCharacter<SessionName>()             // by a class of the application's own
 
 // " * . / : < > ? \ |: the full stop is one of them, which is meant.
 TESSARIN_EXPORT tessarin::NSCharacterSet tessarin_fileNameIllegalCharacters();
 TESSARIN_EXPORT tessarin::NSCharacterSet tessarin_fileNameIllegalCharacters(tessarin::Class receiver);
+template <tessarin::HandleType Receiver>
+tessarin::NSCharacterSet tessarin_fileNameIllegalCharacters() {
+    return tessarin_fileNameIllegalCharacters(Receiver::classObject());
+}
+
 // The space and " # $ % & + , / : ; < = > ? @ [ \ ] ^ ` { | }
 TESSARIN_EXPORT tessarin::NSCharacterSet tessarin_fileNameReservedCharacters();
 TESSARIN_EXPORT tessarin::NSCharacterSet tessarin_fileNameReservedCharacters(tessarin::Class receiver);
+template <tessarin::HandleType Receiver>
+tessarin::NSCharacterSet tessarin_fileNameReservedCharacters() {
+    return tessarin_fileNameReservedCharacters(Receiver::classObject());
+}
+
 // What stands for an illegal character: "-".
 TESSARIN_EXPORT tessarin::NSString tessarin_escapingFileNameCharacter();
 TESSARIN_EXPORT tessarin::NSString tessarin_escapingFileNameCharacter(tessarin::Class receiver);
+template <tessarin::HandleType Receiver>
+tessarin::NSString tessarin_escapingFileNameCharacter() {
+    return tessarin_escapingFileNameCharacter(Receiver::classObject());
+}
 
 // Whether any character of the receiver is illegal. The name is one letter short, which is meant.
 TESSARIN_EXPORT bool tesarin_containsFileNameIllegalCharacters(tessarin::NSString name);

@@ -1,4 +1,4 @@
-// File URLs relative to each other.
+// File URLs relative to each other. A nil URL, as the receiver or as the base, gives nil.
 #pragma once
 
 #include "TessarinPlatform/detail/LibraryAnchor.h"

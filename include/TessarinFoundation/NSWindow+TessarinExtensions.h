@@ -40,12 +40,16 @@
 TESSARIN_EXPORT tessarin::NSRect tessarin_frameRectForContentView(tessarin::NSWindow window,
                                                                   tessarin::NSView view);
 
-// The top-left corner of the window's frame: (10, 220) for a frame of 300 by 200 at (10, 20).
+// The top-left corner of the window's frame; (0, 0) for nil.
+//
+//   tessarin_topLeftPoint(window)   // 300 by 200 at (10, 20): (10, 220)
 TESSARIN_EXPORT tessarin::NSPoint tessarin_topLeftPoint(tessarin::NSWindow window);
 
 // Where on the screen a point lies that is given in the window's base coordinates, whose origin is the
-// bottom-left corner of its frame: (5, 5) in a window at (100, 100) is (105, 105). By the window's
-// convertRectToScreen:, of an empty rectangle at that point.
+// bottom-left corner of its frame. By the window's convertRectToScreen:, of an empty rectangle at that point.
+// (0, 0) for a nil window.
+//
+//   tessarin_convertBaseToScreen(window, NSMakePoint(5, 5))   // in a window at (100, 100): (105, 105)
 TESSARIN_EXPORT tessarin::NSPoint tessarin_convertBaseToScreen(tessarin::NSWindow window,
                                                                tessarin::NSPoint point);
 

@@ -126,15 +126,17 @@ TESSARIN_EXPORT TESSARIN_FACE(NSString) TSSRIdentifierStringFromAudioComponentDe
 // `manufacturer` may be null. Without a colon nothing is stored through it; otherwise a string retained for
 // the caller, who releases it. A nil identifier gives zeros, and nil is stored.
 //
-//   NSString manufacturer;
-//   AudioComponentDescription description = TSSRAudioComponentDescriptionFromIdentifierString(line,
-//   &manufacturer); Retained<NSString> owned = adopt(manufacturer);
+//   NSString maker;
+//   const auto description = TSSRAudioComponentDescriptionFromIdentifierString(line, &maker);
+//   const Retained<NSString> owned = adopt(maker);
 TESSARIN_EXPORT TESSARIN_PLATFORM_TYPE(AudioComponentDescription)
     TSSRAudioComponentDescriptionFromIdentifierString(TESSARIN_FACE(NSString) identifier,
                                                       TESSARIN_FACE(NSString) * manufacturer);
 
 // Whether two descriptions are of the same component: equal type, subtype and manufacturer. The flags do not
 // count.
+//
+//   TSSREqualAudioComponentDescriptions(found, remembered)   // YES also where only the flags differ
 TESSARIN_EXPORT
 TESSARIN_BOOL TSSREqualAudioComponentDescriptions(TESSARIN_PLATFORM_TYPE(AudioComponentDescription) left,
                                                   TESSARIN_PLATFORM_TYPE(AudioComponentDescription) right);

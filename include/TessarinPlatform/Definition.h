@@ -2,10 +2,9 @@
 //
 //   NSUInteger length(NSString self, SEL) { ... }
 //
-//   const ExtensionGroup group{"NSString", "TessarinExtensions", {instanceMethod("tessarin_length",
-//   length)}};
+//   const ExtensionGroup group{"NSString", "Extensions", {instanceMethod("ext_length", length)}};
 //
-//   const ClassDefinition definition{.name = "Car", .superclass = "NSObject", .methods = {...}};
+//   const ClassDefinition definition{{.name = "Car", .superclass = "NSObject", .methods = {...}}};
 #pragma once
 
 #include "TessarinPlatform/Retained.h"

@@ -15,6 +15,10 @@ using NSEnumerationOptions = NSUInteger;
 inline constexpr NSEnumerationOptions NSEnumerationConcurrent = 1;
 inline constexpr NSEnumerationOptions NSEnumerationReverse = 2;
 
+// An index or a range beyond the end raises NSRangeException, a nil object to be put in
+// NSInvalidArgumentException. A nil array as an argument is an empty one. Searches answer NSNotFound for what
+// is not there and for nil; firstObject and lastObject of an empty array are nil. Results are autoreleased;
+// what alloc and init give is the caller's. An immutable array may be read on any number of threads at once.
 class NSArray : public Handle<NSArray, "NSArray", NSObject> {
 public:
     using Handle::Handle;

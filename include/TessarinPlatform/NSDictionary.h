@@ -5,6 +5,10 @@
 
 namespace tessarin {
 
+// A nil object or key to be put in raises NSInvalidArgumentException, and so do lists of objects and keys
+// that differ in length. A key that is not there, or nil, has the object nil. A nil dictionary as an argument
+// is an empty one. Keys and values are listed in no particular order. Results are autoreleased; what alloc
+// and init give is the caller's. An immutable dictionary may be read on any number of threads at once.
 class NSDictionary : public Handle<NSDictionary, "NSDictionary", NSObject> {
 public:
     using Handle::Handle;

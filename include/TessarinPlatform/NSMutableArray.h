@@ -5,6 +5,11 @@
 
 namespace tessarin {
 
+// An index or a range beyond the end raises NSRangeException (an object may be inserted at the count itself),
+// a nil object to be put in NSInvalidArgumentException; the array is then as it was. Removing what is not
+// there, or nil, does nothing, and nor does removeLastObject to an empty array, where GNUstep raises. A nil
+// array as an argument is an empty one. An array that is changed while it is walked raises
+// NSGenericException at the walk's next step. For one thread at a time.
 class NSMutableArray : public Handle<NSMutableArray, "NSMutableArray", NSArray> {
 public:
     using Handle::Handle;

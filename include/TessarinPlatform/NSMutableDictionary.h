@@ -5,6 +5,9 @@
 
 namespace tessarin {
 
+// A nil object or key raises NSInvalidArgumentException, but GNUstep only logs the removal of the key nil.
+// Removing a key that is not there does nothing, and a nil dictionary as an argument is an empty one. A
+// dictionary that is changed while it is walked raises NSGenericException. For one thread at a time.
 class NSMutableDictionary : public Handle<NSMutableDictionary, "NSMutableDictionary", NSDictionary> {
 public:
     using Handle::Handle;

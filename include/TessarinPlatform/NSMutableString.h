@@ -5,6 +5,9 @@
 
 namespace tessarin {
 
+// A range or an index beyond the end raises NSRangeException, a nil string to be put in
+// NSInvalidArgumentException, but GNUstep's appendString: and setString: take it for an empty one. For one
+// thread at a time.
 class NSMutableString : public Handle<NSMutableString, "NSMutableString", NSString> {
 public:
     using Handle::Handle;

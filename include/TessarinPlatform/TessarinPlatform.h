@@ -1,4 +1,12 @@
-// The whole platform as C++ sees it.
+// The platform as C++ sees it, but for what few programs need:
+//
+//   Ranges.h          handles as ranges of the standard library: it takes in <ranges>
+//   Formatting.h      handles in std::format: it takes in <format>
+//   FmtFormatting.h   handles in {fmt}, a library that the application brings along
+//
+// ArrayEditing.h, EqualityIndex.h, KeyOrder.h, NumberFormatting.h and ValueHash.h are left out as well: seams
+// through which the library does without messages what would take many, and no part of its interface.
+// ObjectPredicate.h is for Objective-C.
 #pragma once
 
 #include "TessarinPlatform/AudioComponent.h"

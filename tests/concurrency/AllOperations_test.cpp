@@ -5,6 +5,8 @@
 #include "TessarinFoundation/TessarinFoundation.h"
 #include "TessarinPlatform/AudioComponent.h"
 
+#include <array>
+#include <atomic>
 #include <functional>
 #include <thread>
 
@@ -90,6 +92,62 @@ TEST_F(ConcurrentTest, Colors) {
                + (read.hueComponent() == 0.25 ? "" : "another hue")
                + (tessarin_configuration(read).isEqual(configuration) ? "" : "another configuration");
     });
+}
+
+TEST_F(ConcurrentTest, ArraysAndDictionaries) {
+    const Retained<NSArray> letters = retain(NSArray::arrayOf("a"_ns, "b"_ns, "a"_ns));
+    const Retained<NSArray> added = retain(NSArray::arrayOf("b"_ns, "c"_ns));
+    const Retained<NSDictionary> numbers = retain(NSDictionary::dictionaryWithObjects_forKeys(
+        NSArray::arrayOf("2"_ns, "1"_ns), NSArray::arrayOf("b"_ns, "a"_ns)));
+    const Retained<NSArray> dictionaries = retain(NSArray::arrayOf(NSDictionary::dictionary(), numbers));
+    const auto joined = [](NSArray array) { return text(array.componentsJoinedByString(" "_ns)); };
+    onManyThreads(300, [&] {
+        std::string mistake;
+        const auto expect = [&](NSArray found, const char* expected) {
+            mistake += difference(joined(found), expected);
+        };
+        expect(tessarin_arrayWithArray_copyItems(letters, true), "a b a");
+        expect(tessarin_arrayByMergingWithArray_receiverFirst(letters, added, true), "a b a c");
+        expect(tessarin_arrayByRemovingObject(letters, "a"_ns), "b");
+        expect(tessarin_arrayByRemovingObjectIdenticalTo(letters, "a"_ns), "b");
+        expect(tessarin_arrayByRemovingObjectsInArray(letters, added), "a a");
+        expect(tessarin_arrayWithObjectsPassingTest_options(
+                   letters, [](NSString, NSUInteger index, BOOL*) { return index > 0 ? YES : NO; }, 0),
+               "b a");
+        if (tessarin_firstObject(letters) != "a"_ns) mistake += "another first object";
+        if (tessarin_penultimeteObject(letters) != "b"_ns) mistake += "another last but one";
+        if (!tessarin_containsObjectIdenticalTo(letters, "b"_ns)) mistake += "an object that is missing";
+        if (tessarin_objectWithValue_forKeyPath(dictionaries, "1"_ns, "a"_ns) != numbers)
+            mistake += "another object of the value";
+        if (tessarin_indexesOfObjectsInArray(letters, NSArray::arrayOf("b"_ns, "a"_ns)).count() != 2)
+            mistake += "other indexes";
+        expect(tessarin_allValuesSortedByKeys(numbers), "1 2");
+        expect(tessarin_dictionaryByRemovingObjectForKey(numbers, "a"_ns).allValues(), "2");
+        return mistake;
+    });
+}
+
+// Names that are new to all threads as well as known ones.
+TEST_F(ConcurrentTest, LookUps) {
+    constexpr unsigned callCount = 8 * 300, callsOfAName = 8;
+    std::array<std::atomic<SEL>, callCount / callsOfAName> selectors{};
+    std::atomic<unsigned> calls = 0;
+    onManyThreads(300, [&] {
+        const unsigned number = calls++ / callsOfAName;
+        const std::string name = "concurrentLookUp" + std::to_string(number);
+        const SEL selector = runtime::registerSelector(name.c_str());
+        SEL first = nullptr;
+        const bool isFirst = selectors[number].compare_exchange_strong(first, selector);
+        return difference(runtime::selectorName(selector), name)
+               + (isFirst || first == selector ? "" : "another selector of the same name")
+               + (NSArray::array().respondsToSelector(selector) ? "a method of no class" : "")
+               + (NSArray::array().respondsToSelector("count"_sel) ? "" : "no count")
+               + (runtime::lookUpClass("NSMutableArray") == NSMutableArray::classObject().object()
+                      ? ""
+                      : "another class")
+               + (runtime::lookUpClass(name.c_str()) ? "a class of no name" : "");
+    });
+    EXPECT_EQ(calls.load(), callCount);
 }
 
 TEST_F(ConcurrentTest, AudioDescriptionsAndComponents) {

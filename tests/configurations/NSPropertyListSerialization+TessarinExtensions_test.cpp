@@ -151,13 +151,39 @@ TEST_F(PropertyListForValueTest, DerivedClassesAnswerTheSame) {
 }
 
 id answerNothing(Class, SEL, NSObject) { return nil; }
+id answerNoCopy(Class, SEL, NSObject, NSError*) { return nil; }
+
+class OverridingSerialization
+    : public Handle<OverridingSerialization, "PropertyListTestOverriding", NSPropertyListSerialization> {
+public:
+    using Handle::Handle;
+};
 
 TEST_F(PropertyListForValueTest, ADerivedClassIsAskedForItsOwnWay) {
     static const ClassDefinition definition{
         {.name = "PropertyListTestOverriding",
          .superclass = "NSPropertyListSerialization",
-         .methods = {classMethod("tessarin_propertyListForValue:", answerNothing)}}};
+         .methods = {classMethod("tessarin_propertyListForValue:", answerNothing),
+                     classMethod("tessarin_propertyListWithMutableContainers:error:", answerNoCopy)}}};
+    const NSArray list = NSArray::arrayOf("a"_ns);
     EXPECT_EQ(tessarin_propertyListForValue(definition.classObject(), "text"_ns), nil);
+    EXPECT_EQ(tessarin_propertyListForValue<OverridingSerialization>("text"_ns), nil);
+    EXPECT_EQ(tessarin_propertyListWithMutableContainers_error(definition.classObject(), list, nullptr), nil);
+    EXPECT_EQ(tessarin_propertyListWithMutableContainers_error<OverridingSerialization>(list, nullptr), nil);
+}
+
+TEST_F(PropertyListForValueTest, TheClassMayBeNamed) {
+    EXPECT_EQ(text(tessarin_propertyListForValue<NSPropertyListSerialization>("text"_ns)), "text");
+    const NSArray copy = tessarin_propertyListWithMutableContainers_error<NSPropertyListSerialization>(
+        NSArray::arrayOf("a"_ns), nullptr);
+    EXPECT_EQ(texts(copy), Texts{"a"});
+}
+
+TEST_F(PropertyListForValueTest, ANilClassAnswersNil) {
+    NSError error;
+    EXPECT_EQ(tessarin_propertyListForValue(nil, "text"_ns), nil);
+    EXPECT_EQ(tessarin_propertyListWithMutableContainers_error(nil, "text"_ns, &error), nil);
+    EXPECT_FALSE(error);
 }
 
 TEST_F(PropertyListForValueTest, TheResultIsNotOwned) {

@@ -37,6 +37,12 @@ TEST_F(FileManagerTest, ManagesFiles) {
     EXPECT_FALSE(tessarin_fileManager().fileExistsAtPath("/no file of this name"_ns));
 }
 
+class TestOtherFileManager
+    : public Handle<TestOtherFileManager, "TessarinTestOtherFileManager", NSFileManager> {
+public:
+    using Handle::Handle;
+};
+
 TEST_F(FileManagerTest, AClassThatAnswersDifferentlyIsAsked) {
     static const ClassDefinition definition{
         {.name = "TessarinTestOtherFileManager",
@@ -44,6 +50,13 @@ TEST_F(FileManagerTest, AClassThatAnswersDifferentlyIsAsked) {
          .methods = {classMethod(
              "tessarin_fileManager", +[](Class, SEL) { return NSFileManager::defaultManager(); })}}};
     EXPECT_EQ(tessarin_fileManager(definition.classObject()), NSFileManager::defaultManager());
+    EXPECT_EQ(tessarin_fileManager<TestOtherFileManager>(), NSFileManager::defaultManager());
+}
+
+TEST_F(FileManagerTest, ANamedClassThatAnswersAsItsSuperclassGivesANewOne) {
+    const NSFileManager manager = tessarin_fileManager<NSFileManager>();
+    EXPECT_TRUE(manager.isMemberOfClass(NSFileManager::classObject()));
+    EXPECT_NE(manager, NSFileManager::defaultManager());
 }
 
 } // namespace

@@ -76,6 +76,19 @@ TEST_F(FileNameRulesTest, EveryStringClassAnswersThem) {
     EXPECT_EQ(tessarin_escapingFileNameCharacter(mutableStrings), tessarin_escapingFileNameCharacter());
 }
 
+class RuledHandle : public Handle<RuledHandle, "TessarinRuledString", NSString> {
+public:
+    using Handle::Handle;
+};
+
+TEST_F(FileNameRulesTest, TheClassMayBeNamed) {
+    ASSERT_TRUE(RuledString::classObject());
+    expectMembers(tessarin_fileNameIllegalCharacters<RuledHandle>(), u"xy");
+    expectMembers(tessarin_fileNameReservedCharacters<RuledHandle>(), u"z");
+    EXPECT_EQ(text(tessarin_escapingFileNameCharacter<RuledHandle>()), "__");
+    EXPECT_EQ(text(tessarin_escapingFileNameCharacter<NSMutableString>()), "-");
+}
+
 TEST_F(FileNameRulesTest, ADerivedClassMayHaveItsOwn) {
     expectMembers(tessarin_fileNameIllegalCharacters(RuledString::classObject()), u"xy");
     expectMembers(tessarin_fileNameReservedCharacters(RuledString::classObject()), u"z");
