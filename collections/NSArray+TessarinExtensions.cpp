@@ -81,7 +81,6 @@ NSArray arrayByRemovingObjectsInArray(NSArray self, SEL, NSArray array) {
     removed.reserve(array.count());
     for (const NSObject item : array) removed.append(item);
     std::vector<NSObject> remaining;
-    remaining.reserve(items.count());
     for (const NSObject item : items)
         if (!removed.contains(item)) remaining.push_back(item);
     return arrayOf(remaining);

@@ -15,7 +15,6 @@ NSArray allValuesSortedByKeys(NSDictionary self, SEL) {
     if (const auto values = objectsInOrderOfKeys(self))
         return NSArray::arrayWithObjects_count(values->data(), values->size());
     std::vector<NSObject> values;
-    values.reserve(self.count());
     for (const NSObject key : self.allKeys().sortedArrayUsingSelector("compare:"_sel))
         if (const NSObject value = self.objectForKey(key)) values.push_back(value);
     return NSArray::arrayWithObjects_count(values.data(), values.size());

@@ -7,8 +7,8 @@ namespace tessarin {
 
 // Whether an object is compared by the platform's own isEqual: and hash, which agree with each other and
 // answer the same at any time and from either side: strings, numbers, dates, data, and objects that equal
-// themselves alone. Containers do not count, since they ask their objects, and neither does an object whose
-// class overrides one of the two.
+// themselves alone. Containers do not count, since they ask their objects; neither does nil, nor an object of
+// an application's class derived from one of these.
 TESSARIN_EXPORT bool comparesAsValue(NSObject object);
 
 // Whether an array is of the platform's own classes, so that it searches as the platform does: for the first

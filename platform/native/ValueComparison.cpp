@@ -96,6 +96,7 @@ bool comparesExactly(NSObject object) {
 } // namespace
 
 bool comparesAsValue(NSObject object) {
+    if (!object) return false;
     const Comparison own = comparisonOf(object);
     if (isAmong(ofOtherValues(), own)) return comparesExactly(object);
     return isAmong(ofStrings(), own) && hashesAsItCompares(as<NSString>(object));

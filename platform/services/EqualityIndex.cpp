@@ -3,6 +3,7 @@
 #include "TessarinPlatform/ValueHash.h"
 #include "platform/services/HashSeed.h"
 
+#include <algorithm>
 #include <bit>
 #include <utility>
 
@@ -30,6 +31,8 @@ EqualityIndex::EqualityIndex(std::initializer_list<NSArray> holders, Asked asked
     : asked_(asked), holders_(holders) {}
 
 void EqualityIndex::reserve(NSUInteger count) {
+    // What an application's own array says of itself need not be true.
+    count = std::min(count, NSUInteger{1} << 20);
     objects_.reserve(count);
     hashes_.reserve(count);
 }

@@ -39,7 +39,8 @@ Operations documentedOperations() {
         std::size_t position = 0;
         const std::string owner = quoted(line, position);
         const std::string selector = quoted(line, position);
-        if (selector.starts_with('-') || selector.starts_with('+')) operations.insert({owner, selector});
+        if (line.starts_with("| ") && (selector.starts_with('-') || selector.starts_with('+')))
+            operations.insert({owner, selector});
     }
     return operations;
 }

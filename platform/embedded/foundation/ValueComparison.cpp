@@ -23,17 +23,22 @@ Comparison comparisonOf(NSObject classObject) {
             runtime::lookUpInClass(classObject.object(), "hash"_sel)};
 }
 
-bool isPlainString(NSObject object) { return object.object()->isa == "NSString"_class.object(); }
+bool isPlainString(NSObject object) { return object && object.object()->isa == "NSString"_class.object(); }
 
 } // namespace
 
 bool comparesAsValue(NSObject object) {
-    static const std::array<Comparison, 5> known = {
-        comparisonOf("NSString"_class), comparisonOf("NSNumber"_class), comparisonOf("NSObject"_class),
-        comparisonOf("NSDate"_class), comparisonOf("NSData"_class)};
-    const Comparison own{runtime::lookUp(object.object(), "isEqual:"_sel),
+    if (!object) return false;
+    // An application's subclass of these may have code of its own below the two, for its length and
+    // characters for instance.
+    static const std::array<const Object*, 6> values = {
+        "NSString"_class.object(), "NSNumber"_class.object(), "NSMutableString"_class.object(),
+        "NSDate"_class.object(),   "NSData"_class.object(),   "NSMutableData"_class.object()};
+    if (std::find(values.begin(), values.end(), object.object()->isa) != values.end()) return true;
+    static const Comparison byIdentity = comparisonOf("NSObject"_class);
+    return byIdentity
+           == Comparison{runtime::lookUp(object.object(), "isEqual:"_sel),
                          runtime::lookUp(object.object(), "hash"_sel)};
-    return std::find(known.begin(), known.end(), own) != known.end();
 }
 
 // Most values are strings, which are asked without a message.
