@@ -249,7 +249,7 @@ TEST_F(ConfiguredSortDescriptorTest, AnUninitialisedOneLeavesTheOrderWhenItSorts
     EXPECT_EQ(texts(array), (Texts{"b", "a", "c"}));
 }
 
-// Nor where the platform refuses to sort by it, as GNUstep does.
+// Whether the platform sorts by it or refuses to, as GNUstep does.
 TEST_F(ConfiguredSortDescriptorTest, AnUninitialisedOneLosesNothingWhenItSorts) {
     const NSMutableArray array = NSMutableArray::arrayWithArray(NSArray::arrayOf("b"_ns, "a"_ns, "c"_ns));
     const NSSortDescriptor empty = tessarin_sortDescriptorWithConfiguration(nil);
