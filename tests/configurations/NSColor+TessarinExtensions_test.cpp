@@ -29,6 +29,41 @@ TEST_F(ColorToReadTest, IsConvertedToCalibratedRGBFromAnyOtherSpace) {
     EXPECT_EQ(NSNumber(tessarin_configuration(color).objectForKey("Alpha"_ns)).floatValue(), 50);
 }
 
+// What another colour is converted to; it hands out quarters of its own and notes that it is the one that is
+// asked.
+template <int quarters>
+CGFloat handOutConverted(NSColor, SEL selector) {
+    OwnColor::asked.append("converted.").append(runtime::selectorName(selector)).append(" ");
+    return CGFloat(quarters) / 4;
+}
+NSColor convertedColor() {
+    static const ClassDefinition definition{
+        {.name = "TessarinTestConvertedColor",
+         .superclass = "NSColor",
+         .methods = {instanceMethod("hueComponent", handOutConverted<1>),
+                     instanceMethod("saturationComponent", handOutConverted<2>),
+                     instanceMethod("brightnessComponent", handOutConverted<3>),
+                     instanceMethod("alphaComponent", handOutConverted<4>)}}};
+    return adopt(send<NSColor>(NSObject(definition.classObject().alloc()), "init"_sel)).autorelease();
+}
+
+TEST_F(ColorToReadTest, ForAConfigurationIsTheConvertedOneAskedInOrder) {
+    const NSColor color = OwnColor::make({.space = NSColorSpace::deviceRGBColorSpace(),
+                                          .converted = convertedColor(),
+                                          .hue = 0.1,
+                                          .saturation = 0.2,
+                                          .brightness = 0.3,
+                                          .alpha = 0.4});
+    const NSDictionary configuration = tessarin_configuration(color);
+    EXPECT_EQ(OwnColor::asked, "colorSpace colorUsingColorSpaceName: NSCalibratedRGBColorSpace "
+                               "converted.hueComponent converted.saturationComponent "
+                               "converted.brightnessComponent converted.alphaComponent ");
+    EXPECT_EQ(NSNumber(configuration.objectForKey("Hue"_ns)).floatValue(), 89.75F);
+    EXPECT_EQ(NSNumber(configuration.objectForKey("Saturation"_ns)).floatValue(), 50);
+    EXPECT_EQ(NSNumber(configuration.objectForKey("Brightness"_ns)).floatValue(), 75);
+    EXPECT_EQ(NSNumber(configuration.objectForKey("Alpha"_ns)).floatValue(), 100);
+}
+
 TEST_F(ColorToReadTest, OfADeviceColourIsTheSameRGB) {
     const NSColor device = NSColor::colorWithDeviceRed_green_blue_alpha(1, 0.5, 0, 0.5);
     EXPECT_EQ(text(tessarin_hexadecimalRGBStringWithAlpha(device, true)), "FF7F007F");
@@ -203,6 +238,37 @@ TEST_F(ColorConfigurationTest, NilOrEmptyGivesTransparentBlack) {
         ASSERT_TRUE(color);
         EXPECT_EQ(rgbOf(color), (Components{0, 0, 0, 0}));
     }
+}
+
+// A dictionary of an application's own class that notes what is looked up, and knows every key.
+Texts lookedUp;
+
+TEST_F(ColorConfigurationTest, IsReadInTheOrderOfItsKeys) {
+    static const ClassDefinition definition{
+        {.name = "TessarinTestNotingConfiguration",
+         .superclass = "NSDictionary",
+         .methods = {instanceMethod(
+                         "init", +[](NSDictionary self, SEL) { return self; }),
+                     instanceMethod(
+                         "count", +[](NSDictionary, SEL) -> NSUInteger { return 4; }),
+                     instanceMethod(
+                         "objectForKey:", +[](NSDictionary, SEL, NSObject key) {
+                             lookedUp.push_back(text(key.description()));
+                             return id(NSNumber::numberWithInt(static_cast<int>(lookedUp.size())));
+                         })}}};
+    const Retained<NSDictionary> noting =
+        adopt(as<NSDictionary>(static_cast<NSObject>(definition.classObject().alloc())).init());
+    lookedUp.clear();
+    tessarin_colorWithConfiguration(OwnColor::definedClass(), noting);
+    EXPECT_EQ(lookedUp, (Texts{"Hue", "Saturation", "Brightness", "Alpha"}));
+    EXPECT_EQ(OwnColor::madeOf,
+              (Components{CGFloat(1) / 359, CGFloat(2) / 100, CGFloat(3) / 100, CGFloat(4) / 100}));
+}
+
+TEST_F(ColorConfigurationTest, WhatAValueThatIsNoNumberRaisesPassesThrough) {
+    for (const NSString key : {"Hue"_ns, "Saturation"_ns, "Brightness"_ns, "Alpha"_ns})
+        EXPECT_THROWS_NAMED(read(NSDictionary::dictionaryWithObject_forKey(NSNull::null(), key)),
+                            "NSInvalidArgumentException");
 }
 
 TEST_F(ColorConfigurationTest, IsReadInSinglePrecisionAndDividedInThePlatforms) {

@@ -34,6 +34,11 @@ TEST_F(ConfigurationsAsPropertyListsTest, ASortDescriptorYieldsItsConfiguration)
     expectToYieldItsConfiguration(byName());
 }
 
+TEST_F(ConfigurationsAsPropertyListsTest, WhatASortDescriptorWithoutAKeyRaisesPassesThrough) {
+    const Retained<NSSortDescriptor> uninitialised = adopt(NSSortDescriptor::alloc());
+    EXPECT_THROWS_NAMED(tessarin_propertyListForValue(uninitialised), "NSInvalidArgumentException");
+}
+
 TEST_F(ConfigurationsAsPropertyListsTest, AConfigurationOfItsOwnComesBeforeTheLibrarys) {
     static const ClassDefinition definition{{.name = "ConfigurationsTestDescriptor",
                                              .superclass = "NSSortDescriptor",

@@ -97,6 +97,12 @@ TEST_F(PropertyListLockTest, AnExceptionReleasesTheLockForConcurrentCallers) {
     EXPECT_TRUE(OtherThread(base()).isAnswered());
 }
 
+TEST_F(PropertyListLockTest, AConfigurationThatRaisesReleasesTheLockForConcurrentCallers) {
+    const Retained<NSSortDescriptor> withoutAKey = adopt(NSSortDescriptor::alloc());
+    EXPECT_THROWS_NAMED(tessarin_propertyListForValue(withoutAKey), "NSInvalidArgumentException");
+    EXPECT_TRUE(OtherThread(base()).isAnswered());
+}
+
 // ---- Many at once
 
 std::atomic<int> inside{0};

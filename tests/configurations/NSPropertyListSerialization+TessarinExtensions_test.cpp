@@ -96,6 +96,19 @@ TEST_F(PropertyListForValueTest, TheLibrarysOwnConfigurationComesLast) {
     EXPECT_EQ(text(tessarin_propertyListForValue(describingInOurWay())), "tessarin_configuration");
 }
 
+BOOL denyConfiguration(NSObject self, SEL selector, SEL operation) {
+    if (operation == "configuration"_sel) return NO;
+    return sendSuper<BOOL>(self, "PropertyListTestDenying"_class, selector, operation);
+}
+
+TEST_F(PropertyListForValueTest, AConfigurationThatTheValueDeniesIsNotAskedFor) {
+    static const ClassDefinition definition{
+        {.name = "PropertyListTestDenying",
+         .methods = {instanceMethod("configuration", raising), instanceMethod("propertyList", asPropertyList),
+                     instanceMethod("respondsToSelector:", denyConfiguration)}}};
+    EXPECT_EQ(text(tessarin_propertyListForValue(newOf(definition))), "propertyList");
+}
+
 TEST_F(PropertyListForValueTest, TheDescriptionItselfIsTheResult) {
     const NSObject description = NSMutableDictionary::dictionary();
     EXPECT_EQ(static_cast<NSObject>(tessarin_propertyListForValue(describedAs(description))), description);

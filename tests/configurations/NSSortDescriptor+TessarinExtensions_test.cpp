@@ -170,6 +170,29 @@ TEST_F(ConfiguredSortDescriptorTest, AMissingSelectorIsTheDefault) {
     expectDefaultComparison(configurationOf("name"_ns, number(1)));
 }
 
+// A selector's name ends where a C string does, and is UTF-8.
+NSArray namesThatNoSelectorHas() {
+    const auto units = [](std::u16string_view name) { return NSString(name); };
+    return NSArray::arrayOf(units({u"caseInsensitiveCompare:\0", 24}), units({u"localizedCompare:\0:", 19}),
+                            units({u"\0", 1}), units({u"\0compare:", 9}), units(u"localizedCompare:\xD800"),
+                            units(u"\xDC00"), units(u"localized\xDC00\xD800:"));
+}
+
+TEST_F(ConfiguredSortDescriptorTest, ANameThatNoSelectorHasGivesTheNullSelector) {
+    const NSArray names = namesThatNoSelectorHas();
+    for (NSUInteger index = 0; index < names.count(); ++index)
+        EXPECT_EQ(NSSelectorFromString(names.objectAtIndex(index)), SEL()) << "name " << index;
+    EXPECT_NE(NSSelectorFromString(u"compare\U0001F600:"_ns), SEL());
+}
+
+TEST_F(ConfiguredSortDescriptorTest, ANameThatNoSelectorHasIsIgnored) {
+    const NSArray names = namesThatNoSelectorHas();
+    for (NSUInteger index = 0; index < names.count(); ++index) {
+        SCOPED_TRACE("name " + std::to_string(index));
+        expectDefaultComparison(configurationOf("name"_ns, number(1), names.objectAtIndex(index)));
+    }
+}
+
 TEST_F(ConfiguredSortDescriptorTest, ASelectorThatNobodyAnswersIsKept) {
     const NSSortDescriptor made = tessarin_sortDescriptorWithConfiguration(
         configurationOf("name"_ns, number(1), "no such: comparison"_ns));
@@ -218,11 +241,19 @@ TEST_F(ConfiguredSortDescriptorTest, AnUninitialisedOneCanBeInitialisedLater) {
     EXPECT_EQ(text(made.key()), "name");
 }
 
-// What sorting by it comes to is the platform's matter; GNUstep refuses it.
+TEST_F(ConfiguredSortDescriptorTest, AnUninitialisedOneLeavesTheOrderWhenItSorts) {
+    const NSMutableArray array = NSMutableArray::arrayWithArray(NSArray::arrayOf("b"_ns, "a"_ns, "c"_ns));
+    const NSSortDescriptor empty = tessarin_sortDescriptorWithConfiguration(nil);
+    EXPECT_EQ(thrownName([&] { return array.sortUsingDescriptors(NSArray::arrayOf(empty)), 0; }),
+              "(nothing)");
+    EXPECT_EQ(texts(array), (Texts{"b", "a", "c"}));
+}
+
+// Whether the platform sorts by it or refuses to, as GNUstep does.
 TEST_F(ConfiguredSortDescriptorTest, AnUninitialisedOneLosesNothingWhenItSorts) {
     const NSMutableArray array = NSMutableArray::arrayWithArray(NSArray::arrayOf("b"_ns, "a"_ns, "c"_ns));
     const NSSortDescriptor empty = tessarin_sortDescriptorWithConfiguration(nil);
-    thrownName([&] { return array.sortUsingDescriptors(NSArray::arrayOf(empty)), 0; });
+    static_cast<void>(thrownName([&] { return array.sortUsingDescriptors(NSArray::arrayOf(empty)), 0; }));
     EXPECT_EQ(texts(array), (Texts{"b", "a", "c"}));
 }
 
@@ -267,6 +298,26 @@ TEST_F(ConfiguredSortDescriptorTest, AsksASubclassForItsInitialiser) {
             definition.classObject(), configurationOf("name"_ns, number(1), selector));
         EXPECT_EQ(text(made.key()), "track.name");
     }
+}
+
+TEST_F(ConfiguredSortDescriptorTest, AsksASubclassForItsInitialiserWithoutASelector) {
+    static const ClassDefinition definition{
+        {.name = "TessarinPlainPrefixingDescriptor",
+         .superclass = "NSSortDescriptor",
+         .methods = {instanceMethod(
+             "initWithKey:ascending:",
+             +[](NSSortDescriptor self, SEL selector, NSString key, BOOL ascending) {
+                 return sendSuper<NSSortDescriptor>(self, "TessarinPlainPrefixingDescriptor"_class, selector,
+                                                    "track."_ns.stringByAppendingString(key), ascending);
+             })}}};
+    const auto keyOfOneMadeWith = [&](NSObject selector) {
+        const NSSortDescriptor made = tessarin_sortDescriptorWithConfiguration(
+            definition.classObject(), configurationOf("name"_ns, number(1), selector));
+        return text(made.key());
+    };
+    for (const NSObject none : {NSObject(), NSObject(""_ns), NSObject(number(5)), NSObject(NSNull::null())})
+        EXPECT_EQ(keyOfOneMadeWith(none), "track.name") << text(none.description());
+    EXPECT_EQ(keyOfOneMadeWith("compare:"_ns), "name");
 }
 
 TEST_F(ConfiguredSortDescriptorTest, AsksASubclassForItsReadingOfConfigurations) {

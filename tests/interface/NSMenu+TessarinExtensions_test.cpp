@@ -108,6 +108,39 @@ TEST_F(MenuExtensionsTest, AskASubmenuThatDoesItInItsOwnWay) {
     EXPECT_EQ(last.state(), NSOnState);
 }
 
+// A menu that answers its items backwards and without the first, while a test wants it to.
+bool isBackwards = false;
+
+NSArray answerBackwards(NSMenu self, SEL selector) {
+    const NSArray items = sendSuper<NSArray>(self, "MenuExtensionsTestBackwardMenu"_class, selector);
+    if (!isBackwards) return items;
+    const NSMutableArray backwards = NSMutableArray::array();
+    for (NSUInteger index = items.count(); index-- > 1;) backwards.addObject(items.objectAtIndex(index));
+    return backwards;
+}
+NSMenu backwardMenu() {
+    static const ClassDefinition definition{{.name = "MenuExtensionsTestBackwardMenu",
+                                             .superclass = "NSMenu",
+                                             .methods = {instanceMethod("itemArray", answerBackwards)}}};
+    return as<NSMenu>(make(definition));
+}
+
+TEST_F(MenuExtensionsTest, SetsTheStatesOfTheItemsThatTheMenuAnswers) {
+    const NSMenu own = backwardMenu(), menu = menuTitled("menu"_ns);
+    addNoting(own, "1"_ns);
+    addNoting(own, "2"_ns);
+    addNoting(own, "3"_ns);
+    isBackwards = true;
+    visited.clear();
+    tessarin_setStateOfAllItems(own, NSOnState);
+    EXPECT_EQ(visited, (Texts{"3", "2"}));
+    add(menu, "own"_ns).setSubmenu(own);
+    visited.clear();
+    tessarin_setStateOfAllItems(menu, NSOnState);
+    EXPECT_EQ(visited, (Texts{"3", "2"}));
+    isBackwards = false;
+}
+
 // An item whose submenu is the menu that it is in, for so many times; so that the walk goes as many levels
 // deep.
 NSInteger levelsLeft = 0;
@@ -204,6 +237,20 @@ TEST_F(MenuExtensionsTest, TheIndexIsTheMenusOwn) {
     const NSMenu menu = as<NSMenu>(make(definition));
     addSeparator(menu);
     EXPECT_EQ(tessarin_indexOfSeparatorItem(menu), 1000);
+}
+
+TEST_F(MenuExtensionsTest, TheFirstSeparatorIsThatOfTheItemsThatTheMenuAnswers) {
+    const NSMenu menu = backwardMenu();
+    addSeparator(menu);
+    EXPECT_EQ(tessarin_indexOfSeparatorItem(menu), 0);
+    isBackwards = true;
+    EXPECT_EQ(tessarin_indexOfSeparatorItem(menu), -1);
+    addSeparator(menu);
+    add(menu, "A"_ns);
+    addSeparator(menu);
+    add(menu, "B"_ns);
+    EXPECT_EQ(tessarin_indexOfSeparatorItem(menu), 3);
+    isBackwards = false;
 }
 
 TEST_F(MenuExtensionsTest, AnItemThatCallsItselfASeparatorIsOne) {

@@ -9,6 +9,7 @@ namespace {
 // The operations on one of the two scrollers.
 struct Direction {
     const char* name;
+    const char* operation; // that answers the scroller
     bool (*isVisible)(NSScrollView);
     bool (*isOtherVisible)(NSScrollView);
     NSScroller (NSScrollView::*scroller)() const;
@@ -17,10 +18,10 @@ struct Direction {
 };
 
 const Direction directions[] = {
-    {"Horizontal", tessarin_isHorizontalScrollerVisible, tessarin_isVerticalScrollerVisible,
-     &NSScrollView::horizontalScroller, &NSScrollView::setHorizontalScroller,
-     &NSScrollView::setHasHorizontalScroller},
-    {"Vertical", tessarin_isVerticalScrollerVisible, tessarin_isHorizontalScrollerVisible,
+    {"Horizontal", "horizontalScroller", tessarin_isHorizontalScrollerVisible,
+     tessarin_isVerticalScrollerVisible, &NSScrollView::horizontalScroller,
+     &NSScrollView::setHorizontalScroller, &NSScrollView::setHasHorizontalScroller},
+    {"Vertical", "verticalScroller", tessarin_isVerticalScrollerVisible, tessarin_isHorizontalScrollerVisible,
      &NSScrollView::verticalScroller, &NSScrollView::setVerticalScroller,
      &NSScrollView::setHasVerticalScroller},
 };
@@ -98,6 +99,52 @@ TEST_P(ScrollerVisibilityTest, AScrollerThatIsTakenAwayIsNot) {
     setHasScroller(false);
     setScroller(nil);
     EXPECT_FALSE(isVisible());
+}
+
+// A scroll view that has scrollers elsewhere; it notes which of them it was asked for.
+NSScroller scrollerElsewhere;
+std::vector<std::string> askedScrollers;
+
+NSScroller answerScrollerElsewhere(NSScrollView, SEL operation) {
+    askedScrollers.push_back(runtime::selectorName(operation));
+    return scrollerElsewhere;
+}
+
+TEST_P(ScrollerVisibilityTest, AViewThatAnswersItsOwnScrollerIsAsked) {
+    static const ClassDefinition definition{
+        {.name = "TessarinTestScrollView",
+         .superclass = "NSScrollView",
+         .methods = {instanceMethod("horizontalScroller", answerScrollerElsewhere),
+                     instanceMethod("verticalScroller", answerScrollerElsewhere)}}};
+    scrollerElsewhere = nil;
+    const Retained<NSScrollView> own =
+        adopt(as<NSScrollView>(definition.classObject().alloc()).initWithFrame(NSMakeRect(0, 0, 200, 100)));
+    askedScrollers.clear();
+    EXPECT_FALSE(GetParam().isVisible(own));
+    scrollerElsewhere = newScroller();
+    EXPECT_TRUE(GetParam().isVisible(own));
+    scrollerElsewhere.setHidden(true);
+    EXPECT_FALSE(GetParam().isVisible(own));
+    EXPECT_EQ(askedScrollers, std::vector<std::string>(3, GetParam().operation));
+    scrollerElsewhere = nil;
+}
+
+BOOL isScrollerOutOfSight = NO;
+
+TEST_P(ScrollerVisibilityTest, AScrollerThatSaysItselfWhetherItIsHiddenIsAsked) {
+    static const ClassDefinition definition{
+        {.name = "TessarinTestScroller",
+         .superclass = "NSScroller",
+         .methods = {instanceMethod(
+             "isHiddenOrHasHiddenAncestor", +[](NSScroller, SEL) { return isScrollerOutOfSight; })}}};
+    setScroller(
+        adopt(as<NSScroller>(definition.classObject().alloc()).initWithFrame(NSMakeRect(0, 0, 16, 100)))
+            .autorelease());
+    isScrollerOutOfSight = YES;
+    EXPECT_FALSE(isVisible());
+    isScrollerOutOfSight = NO;
+    scroller().setHidden(true);
+    EXPECT_TRUE(isVisible());
 }
 
 TEST_P(ScrollerVisibilityTest, InAnOpenWindow) {

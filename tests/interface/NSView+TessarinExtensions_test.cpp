@@ -68,6 +68,22 @@ TEST_F(ViewPlacementTest, TheViewIsSentSetFrame) {
     EXPECT_EQ(frames, (std::vector<NSRect>{NSMakeRect(0, 80, 30, 20), NSMakeRect(0, 60, 50, 40)}));
 }
 
+TEST_F(ViewPlacementTest, AViewThatAnswersItsOwnFrameIsAsked) {
+    static std::vector<NSRect> frames;
+    static const ClassDefinition definition{
+        {.name = "TessarinTestFramedView",
+         .superclass = "NSView",
+         .methods = {instanceMethod(
+                         "frame", +[](NSView, SEL) { return NSMakeRect(7, 8, 30, 20); }),
+                     instanceMethod(
+                         "setFrame:", +[](NSView, SEL, NSRect frame) { frames.push_back(frame); })}}};
+    const Retained<NSView> view =
+        adopt(as<NSView>(definition.classObject().alloc()).initWithFrame(NSMakeRect(1, 2, 50, 40)));
+    frames.clear();
+    tessarin_setFrameTopLeftPoint(view, NSMakePoint(0, 100));
+    EXPECT_EQ(frames, (std::vector<NSRect>{NSMakeRect(0, 80, 30, 20)}));
+}
+
 TEST_F(ViewPlacementTest, TheViewsOfAnOpenWindow) {
     const Retained<NSWindow> window = adopt(NSWindow::alloc().initWithContentRect_styleMask_backing_defer(
         NSMakeRect(100, 100, 300, 200), NSTitledWindowMask, NSBackingStoreBuffered, false));

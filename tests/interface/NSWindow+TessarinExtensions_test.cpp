@@ -80,6 +80,19 @@ TEST_F(FrameForContentViewTest, TheWindowIsAskedAboutTheFrameOfTheView) {
     EXPECT_EQ(window.askedContent(), NSMakeRect(3, 4, 50, 60));
 }
 
+TEST_F(FrameForContentViewTest, AViewThatAnswersItsOwnFrameIsAsked) {
+    static const ClassDefinition definition{
+        {.name = "TessarinTestFramedContent",
+         .superclass = "NSView",
+         .methods = {instanceMethod(
+             "frame", +[](NSView, SEL) { return NSMakeRect(7, 8, 30, 20); })}}};
+    const Retained<NSView> view =
+        adopt(as<NSView>(definition.classObject().alloc()).initWithFrame(NSMakeRect(1, 2, 50, 40)));
+    const TestWindow window(NSMakeRect(100, 500, 400, 300), NSMakeRect(0, 0, 1, 1));
+    tessarin_frameRectForContentView(window, view);
+    EXPECT_EQ(window.askedContent(), NSMakeRect(7, 8, 30, 20));
+}
+
 TEST_F(FrameForContentViewTest, ANilViewIsAnEmptyOne) {
     const TestWindow window(NSMakeRect(100, 500, 400, 300), NSMakeRect(0, 0, 40, 28));
     static_cast<void>(tessarin_frameRectForContentView(window, newView(NSMakeRect(3, 4, 50, 60))));
