@@ -107,5 +107,51 @@ TEST_F(ChangedWhileWalkedTest, AnArrayThatObjectsAreRemovedFromIsTakenAsItWas) {
     EXPECT_GT(array.count(), 3u);
 }
 
+// A string whose class keeps no characters, and empties an array when it is asked for its length.
+NSString emptyingString(NSMutableArray array) {
+    static const ClassDefinition definition{
+        {.name = "TessarinTestEmptyingString",
+         .superclass = "NSString",
+         .instanceVariables = {instanceVariable<NSMutableArray>("array")},
+         .methods = {instanceMethod(
+                         "length",
+                         +[](NSString self, SEL) {
+                             instanceVariableOf<NSMutableArray>(self, "array").removeAllObjects();
+                             return NSUInteger{1};
+                         }),
+                     instanceMethod(
+                         "characterAtIndex:", +[](NSString, SEL, NSUInteger) { return unichar{'x'}; })}}};
+    const NSString string = adopt(send<NSString>(definition.classObject().alloc(), "init"_sel)).autorelease();
+    instanceVariableOf<NSMutableArray>(string, "array") = array;
+    return string;
+}
+
+TEST_F(ChangedWhileWalkedTest, WhatIsComparedStaysWhileAStringsOwnCodeEmptiesTheArray) {
+    const NSMutableArray receiver = NSMutableArray::array();
+    {
+        const AutoreleasePool pool;
+        for (const char* text : {"made at run time, first", "made at run time, second"})
+            receiver.addObject(NSString(std::string(text)));
+    }
+    const NSArray merged = tessarin_arrayByMergingWithArray_receiverFirst(
+        receiver, NSArray::arrayOf(emptyingString(receiver)), true);
+    EXPECT_EQ(merged.count(), 3u);
+    EXPECT_EQ(text(merged.objectAtIndex(1)), "made at run time, second");
+}
+
+// An array that answers nil for its items, which no array may.
+TEST_F(ChangedWhileWalkedTest, AnArrayOfNilIsThePlatformsMatter) {
+    static const ClassDefinition definition{
+        {.name = "TessarinTestArrayOfNil",
+         .superclass = "NSArray",
+         .methods = {instanceMethod(
+                         "count", +[](NSArray, SEL) { return NSUInteger{2}; }),
+                     instanceMethod(
+                         "objectAtIndex:", +[](NSArray, SEL, NSUInteger) { return NSObject(); })}}};
+    const NSArray ofNil = adopt(send<NSArray>(definition.classObject().alloc(), "init"_sel)).autorelease();
+    EXPECT_THROWS_NAMED(tessarin_arrayByMergingWithArray_receiverFirst(NSArray::arrayOf("a"_ns), ofNil, true),
+                        "NSInvalidArgumentException");
+}
+
 } // namespace
 } // namespace tessarin::testing
