@@ -158,6 +158,12 @@ TEST_F(EmbeddedAttributedStringTest, ChainsOfAnyLengthAreCompared) {
     EXPECT_FALSE(chain.isEqual(chainOf(50'000, "another end"_ns)));
 }
 
+TEST_F(EmbeddedAttributedStringTest, AttributedStringsInAttributesAreDescribedByTheirText) {
+    EXPECT_EQ(text(chainOf(1000, "end"_ns).description()), "a{\n    one = a;\n    two = a;\n}");
+    const NSArray others = NSArray::arrayOf(NSObject(chainOf(1, "end"_ns)));
+    EXPECT_EQ(text(others.description()), "(\n    \"a{\\n    one = end;\\n    two = end;\\n}\"\n)");
+}
+
 TEST_F(EmbeddedAttributedStringTest, ManyRunsAreReleasedAndEdited) {
     const Retained<NSMutableAttributedString> string =
         adopt(NSMutableAttributedString::alloc().initWithString(""_ns));

@@ -1,4 +1,5 @@
 #include "platform/embedded/foundation/AttributedStringStorage.h"
+#include "platform/embedded/foundation/ContainerDescription.h"
 #include "platform/embedded/foundation/ContainerEquality.h"
 #include "platform/embedded/foundation/StringStorage.h"
 
@@ -113,7 +114,7 @@ NSString description(NSAttributedString self, SEL) {
     NSUInteger start = 0;
     for (const AttributeRun& run : runs) {
         described.append(contentsOf(text).sub(start, run.length));
-        described.append(contentsOf(run.attributes.description()));
+        described.append(contentsOf(attributesDescription(run.attributes)));
         start += run.length;
     }
     return makeString(described.view());
