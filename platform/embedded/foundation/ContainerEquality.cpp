@@ -16,10 +16,11 @@ enum class ContainerKind { none, array, dictionary, attributedString };
 
 // Which of the functions of this file an object answers isEqual: with.
 ContainerKind kindOfEquality(NSObject object) {
-    const SEL selector = "isEqual:"_sel;
-    if (answersWith(object, selector, arrayIsEqual)) return ContainerKind::array;
-    if (answersWith(object, selector, dictionaryIsEqual)) return ContainerKind::dictionary;
-    if (answersWith(object, selector, attributedStringIsEqual)
+    const Implementation found = runtime::lookUp(object.object(), "isEqual:"_sel);
+    const auto isFound = [&](auto* function) { return found == reinterpret_cast<Implementation>(function); };
+    if (isFound(arrayIsEqual)) return ContainerKind::array;
+    if (isFound(dictionaryIsEqual)) return ContainerKind::dictionary;
+    if (isFound(attributedStringIsEqual)
         && answersWith(object, "isEqualToAttributedString:"_sel, isEqualToAttributedString))
         return ContainerKind::attributedString;
     return ContainerKind::none;
