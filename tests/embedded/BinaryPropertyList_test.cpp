@@ -264,5 +264,21 @@ TEST_F(BinaryPropertyListTest, ListsThatDoubleAtEachLevelEndInTime) {
     EXPECT_EQ(error.code(), 3840);
 }
 
+TEST_F(BinaryPropertyListTest, CopiesOfOneLongStringHaveALimit) {
+    const auto shared = [](std::uint64_t places, std::uint64_t length) {
+        return document({bytes({0xAF, 0x12}) + number(places, 4) + std::string(places, '\1'),
+                         bytes({0x5F, 0x12}) + number(length, 4) + std::string(length, 'a')});
+    };
+    const auto leaves = NSPropertyListMutableContainersAndLeaves;
+    EXPECT_EQ(as<NSArray>(readWith(shared(4000, 1000), leaves)).count(), 4000u);
+    NSError error;
+    EXPECT_FALSE(readWith(shared(20'000, 20'000), leaves, &error));
+    EXPECT_EQ(error.code(), 3840);
+    EXPECT_NE(text(error.userInfo().objectForKey(NSDebugDescriptionErrorKey())).find("Too many copies"),
+              std::string::npos);
+    EXPECT_EQ(as<NSArray>(readWith(shared(20'000, 20'000), NSPropertyListMutableContainers)).count(),
+              20'000u);
+}
+
 } // namespace
 } // namespace tessarin::testing

@@ -114,6 +114,56 @@ TEST_F(EmbeddedAttributedStringTest, ASubclassIsReadThroughItsPrimitiveOperation
     EXPECT_EQ(text(own.attributedSubstringFromRange({1, 2}).description()), "b{\n    weight = bold;\n}c{\n}");
 }
 
+// A subclass that edits another string when it is asked for its text.
+NSString editAndAnswer(NSAttributedString, SEL) {
+    if (edited) edited.deleteCharactersInRange({1, 3});
+    edited = nil;
+    return "abcd"_ns;
+}
+
+TEST_F(EmbeddedAttributedStringTest, AComparisonThatShortensOneOfBothComparesWhatWasThere) {
+    static const ClassDefinition definition{
+        {.name = "EmbeddedAttributedStringTestShortener",
+         .superclass = "NSAttributedString",
+         .methods = {instanceMethod("string", editAndAnswer),
+                     instanceMethod("attributesAtIndex:effectiveRange:", ownAttributes)}}};
+    const NSAttributedString own =
+        adopt(send<NSAttributedString>(NSObject(definition.classObject().alloc()), "init"_sel)).autorelease();
+    const NSMutableAttributedString string = editable("abcd"_ns);
+    string.addAttribute_value_range("weight"_ns, "bold"_ns, {1, 1});
+    edited = string;
+    EXPECT_TRUE(string.isEqualToAttributedString(own));
+    EXPECT_EQ(text(string.string()), "a");
+    edited = string;
+    string.replaceCharactersInRange_withString({0, 1}, "abcd"_ns);
+    EXPECT_FALSE(own.isEqualToAttributedString(string));
+    EXPECT_EQ(text(string.string()), "a");
+}
+
+// An attributed string in the attributes of another, and so on.
+Retained<NSObject> chainOf(std::size_t levels, NSString innermost) {
+    Retained<NSObject> chain = retain<NSObject>(innermost);
+    for (std::size_t level = 0; level < levels; ++level) {
+        const AutoreleasePool pool;
+        const NSDictionary attributes = NSDictionary::dictionaryWithObjects_forKeys(
+            NSArray::arrayOf(NSObject(chain), NSObject(chain)), NSArray::arrayOf("one"_ns, "two"_ns));
+        chain = adopt(NSObject(NSAttributedString::alloc().initWithString_attributes("a"_ns, attributes)));
+    }
+    return chain;
+}
+
+TEST_F(EmbeddedAttributedStringTest, ChainsOfAnyLengthAreCompared) {
+    const Retained<NSObject> chain = chainOf(50'000, "end"_ns);
+    EXPECT_TRUE(chain.isEqual(chainOf(50'000, NSMutableString::stringWithString("end"_ns))));
+    EXPECT_FALSE(chain.isEqual(chainOf(50'000, "another end"_ns)));
+}
+
+TEST_F(EmbeddedAttributedStringTest, AttributedStringsInAttributesAreDescribedByTheirText) {
+    EXPECT_EQ(text(chainOf(1000, "end"_ns).description()), "a{\n    one = a;\n    two = a;\n}");
+    const NSArray others = NSArray::arrayOf(NSObject(chainOf(1, "end"_ns)));
+    EXPECT_EQ(text(others.description()), "(\n    \"a{\\n    one = end;\\n    two = end;\\n}\"\n)");
+}
+
 TEST_F(EmbeddedAttributedStringTest, ManyRunsAreReleasedAndEdited) {
     const Retained<NSMutableAttributedString> string =
         adopt(NSMutableAttributedString::alloc().initWithString(""_ns));

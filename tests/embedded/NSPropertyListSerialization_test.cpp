@@ -2,6 +2,7 @@
 #include "PlatformTest.h"
 
 #include <limits>
+#include <utility>
 
 namespace tessarin::testing {
 namespace {
@@ -135,6 +136,76 @@ TEST_F(NSPropertyListSerializationTest, WhatIsNoPropertyListIsAnErrorThatTellsWh
     EXPECT_EQ(reasonAgainstWriting(own),
               beginning + "property lists cannot contain recursive container references)");
     own.removeAllObjects();
+}
+
+// A string that empties the containers it stands in when it is asked for its length.
+NSMutableArray emptiedArray;
+NSMutableDictionary emptiedDictionary;
+
+NSUInteger emptyAndAnswer(NSString, SEL) {
+    if (emptiedArray) std::exchange(emptiedArray, nil).removeAllObjects();
+    if (emptiedDictionary) std::exchange(emptiedDictionary, nil).removeAllObjects();
+    return 3;
+}
+unichar characterOfEmptier(NSString, SEL, NSUInteger) { return u'x'; }
+id copyOfEmptier(NSString self, SEL, void*) { return retain(self).leak(); }
+
+Retained<NSString> emptier() {
+    static const ClassDefinition definition{
+        {.name = "NSPropertyListSerializationTestEmptier",
+         .superclass = "NSString",
+         .methods = {instanceMethod("length", emptyAndAnswer),
+                     instanceMethod("characterAtIndex:", characterOfEmptier),
+                     instanceMethod("copyWithZone:", copyOfEmptier)}}};
+    return adopt(send<NSString>(NSObject(definition.classObject().alloc()), "init"_sel));
+}
+
+Retained<NSString> numbered(int number) {
+    return adopt(NSString::alloc().initWithString(
+        NSString("a text that is nobody else's, number " + std::to_string(number))));
+}
+
+TEST_F(NSPropertyListSerializationTest, AStringThatEmptiesItsArrayIsWrittenWithWhatStoodThere) {
+    for (const auto format : {NSPropertyListXMLFormat_v1_0, NSPropertyListBinaryFormat_v1_0}) {
+        const Retained<NSMutableArray> array = adopt(NSMutableArray::alloc().init());
+        Retained<NSArray> expected;
+        {
+            const AutoreleasePool pool;
+            array.addObject(emptier());
+            for (int index = 0; index < 50; ++index) array.addObject(NSArray::arrayOf(numbered(index)));
+            const NSMutableArray plain = NSMutableArray::arrayWithArray(array);
+            plain.replaceObjectAtIndex_withObject(0, "xxx"_ns);
+            expected = adopt(NSArray(NSPropertyListSerialization::propertyListWithData_options_format_error(
+                                         written(plain), NSPropertyListImmutable, nullptr, nullptr)
+                                         .copy()));
+        }
+        emptiedArray = array;
+        const NSData data = written(array, nullptr, format);
+        EXPECT_EQ(array.count(), 0u);
+        EXPECT_TRUE(as<NSObject>(NSPropertyListSerialization::propertyListWithData_options_format_error(
+                                     data, NSPropertyListImmutable, nullptr, nullptr))
+                        .isEqual(expected));
+    }
+}
+
+TEST_F(NSPropertyListSerializationTest, AKeyThatEmptiesItsDictionaryIsWrittenWithWhatStoodThere) {
+    for (const auto format : {NSPropertyListXMLFormat_v1_0, NSPropertyListBinaryFormat_v1_0}) {
+        const Retained<NSMutableDictionary> dictionary = adopt(NSMutableDictionary::alloc().init());
+        {
+            const AutoreleasePool pool;
+            dictionary.setObject_forKey(numbered(0), emptier());
+            for (int index = 1; index < 50; ++index)
+                dictionary.setObject_forKey(numbered(-index), numbered(index));
+        }
+        emptiedDictionary = dictionary;
+        const NSData data = written(dictionary, nullptr, format);
+        EXPECT_EQ(dictionary.count(), 0u);
+        const NSDictionary found = NSPropertyListSerialization::propertyListWithData_options_format_error(
+            data, NSPropertyListImmutable, nullptr, nullptr);
+        EXPECT_EQ(found.count(), 50u);
+        EXPECT_TRUE(as<NSObject>(found.objectForKey("xxx"_ns)).isEqual(numbered(0)));
+        EXPECT_TRUE(as<NSObject>(found.objectForKey(numbered(9))).isEqual(numbered(-9)));
+    }
 }
 
 } // namespace

@@ -1,5 +1,8 @@
 // Property lists of the old text form.
+#include "platform/embedded/foundation/OpenStepPropertyListReader.h"
+
 #include "PlatformTest.h"
+#include "platform/embedded/runtime/ThreadState.h"
 
 using namespace std::string_view_literals;
 
@@ -194,6 +197,17 @@ TEST_F(OpenStepPropertyListTest, TheTimeIsLinear) {
     EXPECT_EQ(as<NSDictionary>(read(document)).count(), 200'000u);
     document += "{";
     EXPECT_EQ(problemOf(document), "Unexpected character { at line 200001");
+}
+
+TEST_F(OpenStepPropertyListTest, NothingIsLeftToTheAutoreleasePoolOfTheCaller) {
+    std::string document = "(\"";
+    for (int escape = 0; escape < 1000; ++escape) document += "\\344";
+    document += "\", <00>, {a = b;})";
+    const std::size_t before = embedded::ThreadState::current()->openPool();
+    const Retained<NSObject> list =
+        embedded::readOpenStepPropertyList(document, NSPropertyListMutableContainersAndLeaves);
+    EXPECT_EQ(embedded::ThreadState::current()->openPool(), before);
+    EXPECT_EQ(as<NSArray>(list).count(), 3u);
 }
 
 } // namespace

@@ -19,6 +19,10 @@ using namespace binaryPropertyList;
 // How many references may be followed beyond those of a document that shares nothing. Where each place has
 // its own mutable containers, a small document can stand for a list that no memory holds.
 constexpr std::size_t mostSharedReferences = std::size_t{1} << 20;
+// How many bytes of strings and data may be made of a document: of places that share one, or of objects that
+// lie over each other, each gets its own.
+constexpr std::size_t leafBytesPerByte = 16;
+constexpr std::size_t leafBytesOfAny = std::size_t{4} << 20;
 
 class Reader {
 public:
@@ -58,6 +62,7 @@ private:
     bool isKeyPlace() const;
     std::uint64_t bigEndian(std::size_t position, std::size_t size) const;
     std::size_t lengthAt(Header& header, std::size_t unitSize);
+    std::size_t leafLengthAt(Header& header, std::size_t unitSize);
     [[noreturn]] void fail(const std::string& text) const;
 
     std::string_view document_;
@@ -69,6 +74,7 @@ private:
     std::vector<OpenContainer> open_;
     std::vector<Retained<NSObject>> items_; // of all open containers
     std::size_t followedCount_ = 0;         // references
+    std::size_t leafBytes_ = 0;             // of the strings and data made
     // The number of the object being read and where it lies, for the text of a problem.
     std::uint64_t current_ = 0;
     std::uint64_t offset_ = 0;
@@ -155,6 +161,15 @@ std::size_t Reader::lengthAt(Header& header, std::size_t unitSize) {
     return length;
 }
 
+// The same for strings and data.
+std::size_t Reader::leafLengthAt(Header& header, std::size_t unitSize) {
+    const std::size_t length = lengthAt(header, unitSize);
+    leafBytes_ += unitSize * length;
+    if (leafBytes_ > leafBytesPerByte * document_.size() + leafBytesOfAny)
+        fail("Too many copies of shared strings and data");
+    return length;
+}
+
 // Of the objects that readers make: those at the place of a key are never mutable.
 bool isString(NSObject object) { return object.object()->isa == NSString::classObject().object(); }
 
@@ -230,7 +245,7 @@ Retained<NSObject> Reader::leaf(const Header& header) {
     case date:
         return realAt(header);
     case data: {
-        const std::size_t length = lengthAt(behind, 1);
+        const std::size_t length = leafLengthAt(behind, 1);
         return objects_.data(document_.substr(behind.position, length));
     }
     case asciiString:
@@ -274,13 +289,13 @@ Retained<NSObject> Reader::realAt(const Header& header) {
 
 Retained<NSObject> Reader::stringAt(Header header) {
     if (header.marker == asciiString) {
-        const std::size_t length = lengthAt(header, 1);
+        const std::size_t length = leafLengthAt(header, 1);
         const std::string_view text = document_.substr(header.position, length);
         for (const char character : text)
             if (static_cast<unsigned char>(character) >= 0x80) fail("String that is no ASCII");
         return objects_.string(text, isKeyPlace());
     }
-    const std::size_t length = lengthAt(header, 2);
+    const std::size_t length = leafLengthAt(header, 2);
     std::u16string units(length, u'\0');
     for (std::size_t index = 0; index < length; ++index)
         units[index] = static_cast<char16_t>(bigEndian(header.position + 2 * index, 2));

@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <utility>
 #include <vector>
 
 namespace tessarin::embedded {
@@ -37,6 +38,7 @@ private:
     };
 
     std::size_t numberOf(NSObject object, bool mayBeShared);
+    void holdAll();
     void fetchContents(std::size_t entry);
     void appendObject(const Entry& entry);
     void appendContainer(const Entry& entry);
@@ -53,6 +55,7 @@ private:
     ObjectNumbers sharedNumbers_;       // of objects that may be met again
     std::vector<std::size_t> shared_;   // their numbers among the entries
     std::vector<Retained<NSObject>> held_;
+    bool holds_ = false;
     PropertyListKinds<PropertyListStorage> kinds_;
     unsigned referenceSize_ = 1;
 };
@@ -74,6 +77,7 @@ std::string Writer::write(NSObject propertyList) {
     offsets.reserve(entries_.size());
     for (const Entry& entry : entries_) {
         offsets.push_back(document_.size());
+        if (PropertyListStorage::isForeign(entry.object, entry.kind)) holdAll();
         appendObject(entry);
     }
     const std::uint64_t tableStart = document_.size();
@@ -100,14 +104,21 @@ std::size_t Writer::numberOf(NSObject object, bool mayBeShared) {
     return entries_.size() - 1;
 }
 
+// Other code that is asked for what an object holds may empty the containers that it stands in, and may keep
+// what it answers no longer than the next question. From then on everything is held until it is written.
+void Writer::holdAll() {
+    if (std::exchange(holds_, true)) return;
+    for (const Entry& entry : entries_) held_.push_back(retain(entry.object));
+}
+
 void Writer::fetchContents(std::size_t entry) {
     const auto [container, kind, none, nothing] = entries_[entry];
     const std::size_t first = contents_.size();
     const bool isForeign = PropertyListStorage::isForeign(container, kind);
+    if (isForeign) holdAll();
     const auto number = [&](NSObject object) {
-        // What other code answers lasts until it is written.
-        if (isForeign) held_.push_back(retain(object));
-        return numberOf(object, isForeign || PropertyListStorage::mayBeShared(object));
+        if (holds_) held_.push_back(retain(object));
+        return numberOf(object, holds_ || PropertyListStorage::mayBeShared(object));
     };
     values_.clear();
     PropertyListStorage::Contents contents(container, kind);

@@ -4,6 +4,7 @@
 #include "platform/embedded/foundation/DictionaryStorage.h"
 #include "platform/embedded/foundation/StableSort.h"
 
+#include "TessarinPlatform/NSAttributedString.h"
 #include "TessarinPlatform/NSData.h"
 
 #include <algorithm>
@@ -71,6 +72,8 @@ void appendQuoted(std::string& text, std::u16string_view units) {
 // One walk over nested containers. What would be the frames of a recursion is a list.
 class DescriptionWalk {
 public:
+    explicit DescriptionWalk(bool showsAttributes = true) : showsAttributes_(showsAttributes) {}
+
     std::string describe(NSObject container, ContainerKind kind) {
         enter(container, kind);
         while (!frames_.empty()) {
@@ -146,6 +149,9 @@ private:
             text_ += "\"<itself>\""; // a container that contains itself has no end
         } else if (object.isKindOfClass(NSData::classObject())) {
             text_ += static_cast<std::string>(object.description());
+        } else if (const auto attributed = kindOf<NSAttributedString>(object);
+                   attributed && !showsAttributes_) {
+            appendQuoted(text_, static_cast<std::u16string>(attributed.string()));
         } else {
             appendQuoted(text_, static_cast<std::u16string>(object.description()));
         }
@@ -184,7 +190,8 @@ private:
         });
     }
 
-    std::string text_; // ASCII
+    const bool showsAttributes_; // of attributed strings
+    std::string text_;           // ASCII
     std::vector<Frame> frames_;
     std::unordered_set<Object*> open_; // the containers of the frames
 };
@@ -197,6 +204,12 @@ NSString arrayDescription(NSArray self, SEL) {
 
 NSString dictionaryDescription(NSDictionary self, SEL) {
     return NSString(DescriptionWalk().describe(self, ContainerKind::dictionary));
+}
+
+NSString attributesDescription(NSDictionary attributes) {
+    if (kindOfDescription(attributes) != ContainerKind::dictionary) return attributes.description();
+    const bool showsAttributes = false;
+    return NSString(DescriptionWalk(showsAttributes).describe(attributes, ContainerKind::dictionary));
 }
 
 } // namespace tessarin::embedded

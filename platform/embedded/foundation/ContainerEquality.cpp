@@ -1,8 +1,10 @@
 #include "platform/embedded/foundation/ContainerEquality.h"
 
 #include "platform/embedded/foundation/ArrayStorage.h"
+#include "platform/embedded/foundation/AttributedStringStorage.h"
 #include "platform/embedded/foundation/DictionaryStorage.h"
 
+#include <algorithm>
 #include <unordered_set>
 #include <utility>
 #include <vector>
@@ -10,14 +12,23 @@
 namespace tessarin::embedded {
 namespace {
 
-enum class ContainerKind { none, array, dictionary };
+enum class ContainerKind { none, array, dictionary, attributedString };
 
 // Which of the functions of this file an object answers isEqual: with.
 ContainerKind kindOfEquality(NSObject object) {
-    const SEL selector = "isEqual:"_sel;
-    if (answersWith(object, selector, arrayIsEqual)) return ContainerKind::array;
-    if (answersWith(object, selector, dictionaryIsEqual)) return ContainerKind::dictionary;
+    const Implementation found = runtime::lookUp(object.object(), "isEqual:"_sel);
+    const auto isFound = [&](auto* function) { return found == reinterpret_cast<Implementation>(function); };
+    if (isFound(arrayIsEqual)) return ContainerKind::array;
+    if (isFound(dictionaryIsEqual)) return ContainerKind::dictionary;
+    if (isFound(attributedStringIsEqual)
+        && answersWith(object, "isEqualToAttributedString:"_sel, isEqualToAttributedString))
+        return ContainerKind::attributedString;
     return ContainerKind::none;
+}
+
+Class classOf(ContainerKind kind) {
+    if (kind == ContainerKind::array) return "NSArray"_class;
+    return kind == ContainerKind::dictionary ? "NSDictionary"_class : "NSAttributedString"_class;
 }
 
 struct Pair {
@@ -72,7 +83,7 @@ private:
     // Pending: a frame was entered, whose verdict is to come.
     enum class Verdict { equal, different, pending };
     enum class Awaited { nothing, key, object };
-    using ObjectPair = std::pair<Retained<NSObject>, Retained<NSObject>>;
+    using AttributesPair = std::pair<Retained<NSDictionary>, Retained<NSDictionary>>;
 
     struct Frame {
         Retained<NSObject> left;
@@ -81,11 +92,12 @@ private:
         NSUInteger rightMutations;
         ContainerKind kind;
         Awaited awaited = Awaited::nothing;
-        std::size_t position = 0; // of the next item, or of the left dictionary's entry
+        std::size_t position = 0; // of the next item or attributes, or of the left dictionary's entry
         // Of dictionaries: the right one's entries whose keys may equal the left entry's.
         DictionaryStorage::Candidates candidates = {};
         std::size_t candidate = 0;
         std::size_t met = 0; // the number of pairs met before the candidate
+        std::size_t end = 0; // of attributed strings: behind the last of their attributes
     };
 
     // ---- Beginning
@@ -94,8 +106,7 @@ private:
         if (left == right) return Verdict::equal;
         const ContainerKind kind = kindOfEquality(left);
         if (kind == ContainerKind::none) return verdictOf(left.isEqual(right));
-        if (!right.isKindOfClass(kind == ContainerKind::array ? "NSArray"_class : "NSDictionary"_class))
-            return Verdict::different;
+        if (!right.isKindOfClass(classOf(kind))) return Verdict::different;
         // Where each has a single owner, two ways can lead to the pair only by way of the pair of their
         // owners.
         if ((isShared(left) || isShared(right)) && !met_.add({left.object(), right.object()}))
@@ -109,6 +120,8 @@ private:
                 return compareForeign(as<NSArray>(left), as<NSArray>(right));
             return enterStored<ArrayStorage>(left, right, kind);
         }
+        if (kind == ContainerKind::attributedString)
+            return enterAttributed(as<NSAttributedString>(left), as<NSAttributedString>(right));
         if (!hasDictionaryStorage(left) || !hasDictionaryStorage(right))
             return compareForeign(as<NSDictionary>(left), as<NSDictionary>(right));
         return enterStored<DictionaryStorage>(left, right, kind);
@@ -124,6 +137,33 @@ private:
                            .leftMutations = leftStorage.mutations,
                            .rightMutations = rightStorage.mutations,
                            .kind = kind});
+        return Verdict::pending;
+    }
+
+    Verdict enterAttributed(NSAttributedString left, NSAttributedString right) {
+        const Retained<NSString> text = keptText(left.string());
+        const NSRange all{0, text.length()};
+        // Fetched together with the text, since a subclass that is asked next may edit the other string.
+        std::vector<AttributeRun> leftRuns = runsOf(left, all);
+        if (!text.isEqual(keptText(right.string()))) return Verdict::different;
+        std::vector<AttributeRun> rightRuns = runsOf(right, all);
+        const std::size_t begin = attributes_.size();
+        auto one = leftRuns.begin();
+        auto other = rightRuns.begin();
+        while (one != leftRuns.end() && other != rightRuns.end()) {
+            if (one->attributes != other->attributes)
+                attributes_.emplace_back(one->attributes, other->attributes);
+            const NSUInteger common = std::min(one->length, other->length);
+            if ((one->length -= common) == 0) ++one;
+            if ((other->length -= common) == 0) ++other;
+        }
+        frames_.push_back({.left = retain<NSObject>(left),
+                           .right = retain<NSObject>(right),
+                           .leftMutations = 0,
+                           .rightMutations = 0,
+                           .kind = ContainerKind::attributedString,
+                           .position = begin,
+                           .end = attributes_.size()});
         return Verdict::pending;
     }
 
@@ -158,7 +198,9 @@ private:
     // ---- Going on, with the verdict of the frame that was entered before, if there was one
 
     Verdict proceed(ContainerKind kind, Verdict verdict) {
-        return kind == ContainerKind::array ? proceedInArrays(verdict) : proceedInDictionaries(verdict);
+        if (kind == ContainerKind::array) return proceedInArrays(verdict);
+        return kind == ContainerKind::dictionary ? proceedInDictionaries(verdict)
+                                                 : proceedInAttributes(verdict);
     }
 
     // Comparing may send any message; one that changes what is being compared is refused.
@@ -177,6 +219,17 @@ private:
             if (frame.position == left.count) return Verdict::equal;
             const std::size_t index = frame.position++;
             verdict = compare(left.items[index], right.items[index]);
+            if (verdict == Verdict::pending) return verdict;
+        }
+        return verdict;
+    }
+
+    Verdict proceedInAttributes(Verdict verdict) {
+        while (verdict != Verdict::different) {
+            Frame& frame = frames_.back();
+            if (frame.position == frame.end) return Verdict::equal;
+            const auto& [left, right] = attributes_[frame.position++];
+            verdict = compare(left, right);
             if (verdict == Verdict::pending) return verdict;
         }
         return verdict;
@@ -216,23 +269,34 @@ private:
     }
 
     std::vector<Frame> frames_;
+    // Of the attributed strings. Kept to the end, so that no pair that was met stands for newer objects.
+    std::vector<AttributesPair> attributes_;
     MetPairs met_;
 };
 
-BOOL containerIsEqual(NSObject self, NSObject other, ContainerKind kind, Class classObject) {
+BOOL containerIsEqual(NSObject self, NSObject other, ContainerKind kind) {
     if (self == other) return YES;
-    if (!other || !other.isKindOfClass(classObject)) return NO;
+    if (!other || !other.isKindOfClass(classOf(kind))) return NO;
     return EqualityWalk().areEqual(self, other, kind) ? YES : NO;
 }
 
 } // namespace
 
 BOOL arrayIsEqual(NSArray self, SEL, NSObject other) {
-    return containerIsEqual(self, other, ContainerKind::array, "NSArray"_class);
+    return containerIsEqual(self, other, ContainerKind::array);
 }
 
 BOOL dictionaryIsEqual(NSDictionary self, SEL, NSObject other) {
-    return containerIsEqual(self, other, ContainerKind::dictionary, "NSDictionary"_class);
+    return containerIsEqual(self, other, ContainerKind::dictionary);
+}
+
+BOOL attributedStringIsEqual(NSAttributedString self, SEL, NSObject other) {
+    const auto string = kindOf<NSAttributedString>(other);
+    return string && self.isEqualToAttributedString(string) ? YES : NO;
+}
+
+BOOL isEqualToAttributedString(NSAttributedString self, SEL, NSAttributedString other) {
+    return containerIsEqual(self, other, ContainerKind::attributedString);
 }
 
 } // namespace tessarin::embedded

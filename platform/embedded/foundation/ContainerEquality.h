@@ -1,6 +1,7 @@
-// Equality of arrays and dictionaries, without recursion.
+// Equality of arrays, dictionaries and attributed strings, without recursion.
 #pragma once
 
+#include "TessarinPlatform/NSAttributedString.h"
 #include "TessarinPlatform/NSDictionary.h"
 
 namespace tessarin::embedded {
@@ -10,5 +11,10 @@ namespace tessarin::embedded {
 // object is sent the message.
 BOOL arrayIsEqual(NSArray self, SEL, NSObject other);
 BOOL dictionaryIsEqual(NSDictionary self, SEL, NSObject other);
+
+// NSAttributedString's isEqual: and isEqualToAttributedString:. One that answers both with these functions is
+// compared in the same walk, by its attributes.
+BOOL attributedStringIsEqual(NSAttributedString self, SEL, NSObject other);
+BOOL isEqualToAttributedString(NSAttributedString self, SEL, NSAttributedString other);
 
 } // namespace tessarin::embedded

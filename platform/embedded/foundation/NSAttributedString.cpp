@@ -1,4 +1,6 @@
 #include "platform/embedded/foundation/AttributedStringStorage.h"
+#include "platform/embedded/foundation/ContainerDescription.h"
+#include "platform/embedded/foundation/ContainerEquality.h"
 #include "platform/embedded/foundation/StringStorage.h"
 
 #include "TessarinPlatform/Exceptions.h"
@@ -101,33 +103,6 @@ NSAttributedString attributedSubstringFromRange(NSAttributedString self, SEL sel
     return part.autorelease();
 }
 
-// Whether two lists of runs, of the same length together, have equal attributes everywhere.
-bool haveEqualAttributes(std::vector<AttributeRun> left, std::vector<AttributeRun> right) {
-    auto one = left.begin();
-    auto other = right.begin();
-    while (one != left.end() && other != right.end()) {
-        if (one->attributes != other->attributes && !one->attributes.isEqual(other->attributes)) return false;
-        const NSUInteger common = std::min(one->length, other->length);
-        if ((one->length -= common) == 0) ++one;
-        if ((other->length -= common) == 0) ++other;
-    }
-    return true;
-}
-
-BOOL isEqualToAttributedString(NSAttributedString self, SEL, NSAttributedString other) {
-    if (self == other) return YES;
-    if (!other) return NO;
-    const Retained<NSString> text = keptText(self.string());
-    if (!text.isEqual(other.string())) return NO;
-    const NSRange all{0, text.length()};
-    return haveEqualAttributes(runsOf(self, all), runsOf(other, all)) ? YES : NO;
-}
-
-BOOL isEqual(NSAttributedString self, SEL, NSObject other) {
-    const auto string = kindOf<NSAttributedString>(other);
-    return string && self.isEqualToAttributedString(string) ? YES : NO;
-}
-
 NSUInteger hash(NSAttributedString self, SEL) { return self.string().hash(); }
 
 // Each run's characters, followed by its attributes.
@@ -139,7 +114,7 @@ NSString description(NSAttributedString self, SEL) {
     NSUInteger start = 0;
     for (const AttributeRun& run : runs) {
         described.append(contentsOf(text).sub(start, run.length));
-        described.append(contentsOf(run.attributes.description()));
+        described.append(contentsOf(attributesDescription(run.attributes)));
         start += run.length;
     }
     return makeString(described.view());
@@ -201,7 +176,7 @@ ClassDescription describeNSAttributedString() {
                     instanceMethod("attribute:atIndex:effectiveRange:", attribute_atIndex_effectiveRange),
                     instanceMethod("attributedSubstringFromRange:", attributedSubstringFromRange),
                     instanceMethod("isEqualToAttributedString:", isEqualToAttributedString),
-                    instanceMethod("isEqual:", isEqual), instanceMethod("hash", hash),
+                    instanceMethod("isEqual:", attributedStringIsEqual), instanceMethod("hash", hash),
                     instanceMethod("description", description)},
     };
 }

@@ -1,5 +1,6 @@
 #include "platform/embedded/foundation/OpenStepPropertyListReader.h"
 
+#include "TessarinPlatform/AutoreleasePool.h"
 #include "platform/embedded/foundation/DocumentText.h"
 #include "platform/embedded/foundation/PropertyListObjects.h"
 #include "platform/embedded/foundation/StringStorage.h"
@@ -33,9 +34,8 @@ int digitValue(char c, int base) {
 // The character that a byte is in the encoding of the systems that this form comes from.
 char16_t characterOfNextStep(unsigned char byte) {
     if (byte < 0x80) return byte;
-    const NSString decoded =
-        adopt(NSString::alloc().initWithBytes_length_encoding(&byte, 1, NSNEXTSTEPStringEncoding))
-            .autorelease();
+    const Retained<NSString> decoded =
+        adopt(NSString::alloc().initWithBytes_length_encoding(&byte, 1, NSNEXTSTEPStringEncoding));
     return decoded.length() == 1 ? decoded.characterAtIndex(0) : u'\uFFFD';
 }
 
@@ -306,6 +306,7 @@ char16_t Reader::readDigits(int base, int mostDigits) {
 
 Retained<NSObject> readOpenStepPropertyList(std::string_view text,
                                             NSPropertyListMutabilityOptions mutability) {
+    const AutoreleasePool pool; // for what is made on the way, which would otherwise wait for the caller's
     return Reader(text, mutability).read();
 }
 

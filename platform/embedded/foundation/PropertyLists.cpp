@@ -1,6 +1,7 @@
 #include "platform/embedded/foundation/PropertyLists.h"
 
 #include "TessarinPlatform/NSDate.h"
+#include "TessarinPlatform/NSMutableData.h"
 #include "TessarinPlatform/PropertyLists.h"
 #include "platform/embedded/foundation/DataStorage.h"
 #include "platform/embedded/foundation/NumberValue.h"
@@ -27,6 +28,26 @@ bool hasPlainKeys(const DictionaryStorage& storage) {
 
 std::string propertyListDefect(NSObject object, NSPropertyListFormat format) {
     return PropertyListExamination<PropertyListStorage>(format).defectOf(object);
+}
+
+bool PropertyListStorage::isForeign(NSObject object, PropertyListKind kind) {
+    const auto isExactly = [&](Class classObject) { return object.object()->isa == classObject.object(); };
+    switch (kind) {
+    case PropertyListKind::array:
+        return !hasArrayStorage(object);
+    case PropertyListKind::dictionary:
+        return !hasDictionaryStorage(object);
+    case PropertyListKind::string:
+        return !directStorage(as<NSString>(object));
+    case PropertyListKind::number:
+        return !isExactly(NSNumber::classObject());
+    case PropertyListKind::date:
+        return !isExactly(NSDate::classObject());
+    case PropertyListKind::data:
+        return !isExactly(NSData::classObject()) && !isExactly(NSMutableData::classObject());
+    default:
+        return false;
+    }
 }
 
 Retained<NSObject> PropertyListStorage::newMutableContainer(NSObject source, PropertyListKind kind) {

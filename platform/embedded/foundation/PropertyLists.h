@@ -24,10 +24,7 @@ struct PropertyListStorage {
         return container.object()->references.load(std::memory_order_relaxed) != 1
                || container.object()->isa->countsReferencesItself.load(std::memory_order_relaxed);
     }
-    static bool isForeign(NSObject container, PropertyListKind kind) {
-        return kind == PropertyListKind::array ? !hasArrayStorage(container)
-                                               : !hasDictionaryStorage(container);
-    }
+    static bool isForeign(NSObject object, PropertyListKind kind);
 
     class Contents {
     public:

@@ -45,7 +45,8 @@ private:
     void appendValue(NSObject object);
     void appendArray(NSObject array);
     void appendDictionary(NSObject dictionary);
-    void holdIfForeign(NSObject container, PropertyListKind kind, NSObject content);
+    void hold(NSObject object);
+    void holdAll(NSObject current);
     void appendNumber(NSNumber number);
     void appendDateElement(NSDate date);
     void appendDataElement(NSData data);
@@ -58,6 +59,7 @@ private:
     std::string document_;
     std::vector<Pending> pending_; // what is still to be written, the next last
     std::vector<Retained<NSObject>> held_;
+    bool holds_ = false;
     PropertyListKinds<PropertyListStorage> kinds_;
     std::size_t depth_ = 0;
     std::size_t objectCount_ = 0; // written so far
@@ -94,7 +96,9 @@ std::string Writer::write(NSObject propertyList) {
 void Writer::appendValue(NSObject object) {
     if (++objectCount_ > mostObjects_ && document_.size() > mostBytesOfCopies)
         throw PropertyListProblem("XML would hold too many copies of shared containers");
-    switch (kinds_.of(object)) {
+    const PropertyListKind kind = kinds_.of(object);
+    if (!holds_ && PropertyListStorage::isForeign(object, kind)) holdAll(object);
+    switch (kind) {
     case PropertyListKind::string:
         return appendTextElement("string", contentsOf(as<NSString>(object)));
     case PropertyListKind::number:
@@ -116,9 +120,16 @@ void Writer::appendValue(NSObject object) {
     throw PropertyListProblem("An object changed while it was written");
 }
 
-// What other code answers lasts until it is written.
-void Writer::holdIfForeign(NSObject container, PropertyListKind kind, NSObject content) {
-    if (PropertyListStorage::isForeign(container, kind)) held_.push_back(retain(content));
+// Other code that is asked for what an object holds may empty the containers that it stands in, and may keep
+// what it answers no longer than the next question. From then on everything is held until it is written.
+void Writer::holdAll(NSObject current) {
+    holds_ = true;
+    hold(current);
+    for (const Pending& pending : pending_) hold(pending.object);
+}
+
+void Writer::hold(NSObject object) {
+    if (holds_) held_.push_back(retain(object));
 }
 
 void Writer::appendArray(NSObject array) {
@@ -127,7 +138,7 @@ void Writer::appendArray(NSObject array) {
     PropertyListStorage::Contents contents(array, PropertyListKind::array);
     NSObject none, item;
     while (contents.next(none, item)) {
-        holdIfForeign(array, PropertyListKind::array, item);
+        hold(item);
         pending_.push_back({Part::value, item});
     }
     if (pending_.size() == begin + 1) {
@@ -148,12 +159,22 @@ void Writer::appendDictionary(NSObject dictionary) {
     std::vector<Entry> entries;
     PropertyListStorage::Contents contents(dictionary, PropertyListKind::dictionary);
     NSObject key, object;
+    bool hasForeignKey = false;
     while (contents.next(key, object)) {
-        holdIfForeign(dictionary, PropertyListKind::dictionary, key);
-        holdIfForeign(dictionary, PropertyListKind::dictionary, object);
-        entries.push_back({key, object, contentsOf(as<NSString>(key))});
+        hold(key);
+        hold(object);
+        if (!holds_ && PropertyListStorage::isForeign(key, PropertyListKind::string)) hasForeignKey = true;
+        entries.push_back({key, object, Contents(StringView())});
     }
     if (entries.empty()) return appendLine("<dict/>");
+    if (hasForeignKey) {
+        holdAll(dictionary);
+        for (const Entry& entry : entries) {
+            hold(entry.key);
+            hold(entry.object);
+        }
+    }
+    for (Entry& entry : entries) entry.text = contentsOf(as<NSString>(entry.key));
     // By 16-bit units, and from the last to the first since what is pushed last is written first.
     std::ranges::sort(entries, [](const Entry& left, const Entry& right) {
         return compareUnits(left.text, right.text) == NSOrderedDescending;
