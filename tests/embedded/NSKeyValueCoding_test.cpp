@@ -19,6 +19,39 @@ TEST_F(EmbeddedKeyValueCodingTest, AKeyThatIsNotKnownLeavesNoSelectorBehind) {
     EXPECT_EQ(embedded::findSelector("valueForKey:"), "valueForKey:"_sel);
 }
 
+TEST_F(EmbeddedKeyValueCodingTest, WhatBeginsOrEndsALifeIsNoKey) {
+    const NSArray holder = NSArray::arrayOf("literal"_ns);
+    for (const NSString key : {"init"_ns, "copy"_ns, "mutableCopy"_ns, "retain"_ns, "release"_ns,
+                               "autorelease"_ns, "dealloc"_ns}) {
+        EXPECT_THROWS_NAMED(holder.valueForKey(key), "NSUnknownKeyException") << text(key);
+        const NSSortDescriptor descriptor = NSSortDescriptor::sortDescriptorWithKey_ascending(key, true);
+        EXPECT_THROWS_NAMED(descriptor.compareObject_toObject("literal"_ns, "other"_ns),
+                            "NSUnknownKeyException")
+            << text(key);
+    }
+    EXPECT_EQ(text("literal"_ns), "literal");
+    const NSObject classObject = NSObject::classObject();
+    EXPECT_THROWS_NAMED(classObject.valueForKey("alloc"_ns), "NSUnknownKeyException");
+    EXPECT_THROWS_NAMED(classObject.valueForKey("new"_ns), "NSUnknownKeyException");
+}
+
+TEST_F(EmbeddedKeyValueCodingTest, AnInitialiserOfAnyNameIsNoKeyAndAnInitialValueIsOne) {
+    const auto answer = +[](NSObject, SEL) { return id("answer"_ns); };
+    static const ClassDefinition definition{
+        {.name = "EmbeddedKeyValueCodingTestInitials",
+         .instanceVariables = {instanceVariable<int>("_copy")},
+         .methods = {instanceMethod("initWhole", answer), instanceMethod("initial", answer),
+                     instanceMethod("copyright", answer)}}};
+    const NSObject made =
+        adopt(send<NSObject>(NSObject(definition.classObject().alloc()), "init"_sel)).autorelease();
+    EXPECT_THROWS_NAMED(made.valueForKey("initWhole"_ns), "NSUnknownKeyException");
+    EXPECT_EQ(made.valueForKey("initial"_ns), "answer"_ns);
+    EXPECT_EQ(made.valueForKey("copyright"_ns), "answer"_ns);
+    // The instance variable.
+    made.setValue_forKey(NSNumber::numberWithInt(3), "copy"_ns);
+    EXPECT_EQ(as<NSNumber>(made.valueForKey("copy"_ns)).intValue(), 3);
+}
+
 TEST_F(EmbeddedKeyValueCodingTest, APathMayBeOfAnyLength) {
     std::string path = "self";
     for (int step = 0; step < 200'000; ++step) path += ".self";

@@ -39,5 +39,34 @@ TEST_F(EmbeddedScrollViewTest, AViewThatHoldsItIsRefusedAsItsDocument) {
     EXPECT_EQ(view_.superview(), outer);
 }
 
+TEST_F(EmbeddedScrollViewTest, ADocumentViewThatItDoesNotLearnIsTakenOutStaysAlive) {
+    static const ClassDefinition definition{{.name = "EmbeddedScrollViewTestSilent",
+                                             .superclass = "NSScrollView",
+                                             .methods = {instanceMethod(
+                                                 "willRemoveSubview:", +[](NSView, SEL, NSView) {})}}};
+    const Retained<NSScrollView> silent =
+        adopt(send<NSScrollView>(NSObject(definition.classObject().alloc()), "init"_sel));
+    {
+        const AutoreleasePool pool;
+        const Retained<NSView> document = adopt(NSView::alloc().initWithFrame(NSMakeRect(0, 0, 3, 4)));
+        silent.setDocumentView(document);
+        document.removeFromSuperview();
+    }
+    EXPECT_EQ(silent.documentView().frame().size.width, 3);
+    EXPECT_EQ(silent.documentView().retainCount(), 1u);
+    const Retained<NSView> former = retain(silent.documentView());
+    silent.setDocumentView(nil);
+    EXPECT_EQ(former.retainCount(), 1u);
+}
+
+TEST_F(EmbeddedScrollViewTest, ADocumentViewGoesWithIt) {
+    const Retained<NSView> document = newView();
+    Retained<NSScrollView> scrolling = adopt(NSScrollView::alloc().initWithFrame(NSZeroRect));
+    scrolling.setDocumentView(document);
+    scrolling.reset();
+    EXPECT_EQ(document.retainCount(), 1u);
+    EXPECT_FALSE(document.superview());
+}
+
 } // namespace
 } // namespace tessarin::testing

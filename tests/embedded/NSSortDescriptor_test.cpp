@@ -107,6 +107,26 @@ TEST_F(EmbeddedSortDescriptorTest, WhatCannotBeAComparisonIsNotCalled) {
     }
 }
 
+TEST_F(EmbeddedSortDescriptorTest, AComparisonOfAnotherTypeIsNotCalled) {
+    static const ClassDefinition definition{
+        {.name = "EmbeddedSortDescriptorTestSmallResults",
+         .methods = {instanceMethod(
+                         "whole:", +[](NSObject, SEL, NSObject) -> NSInteger { return -1; }),
+                     instanceMethod(
+                         "int:", +[](NSObject, SEL, NSObject) -> int { return -1; }),
+                     instanceMethod(
+                         "char:", +[](NSObject, SEL, NSObject) -> signed char { return -1; }),
+                     instanceMethod(
+                         "bool:", +[](NSObject, SEL, NSObject) -> bool { return true; })}}};
+    const Retained<NSObject> one =
+        adopt(send<NSObject>(NSObject(definition.classObject().alloc()), "init"_sel));
+    EXPECT_EQ(by("self"_ns, true, "whole:"_sel).compareObject_toObject(one, one), NSOrderedAscending);
+    for (const SEL comparison : {"int:"_sel, "char:"_sel, "bool:"_sel})
+        EXPECT_THROWS_NAMED(by("self"_ns, true, comparison).compareObject_toObject(one, one),
+                            "NSInvalidArgumentException")
+            << runtime::selectorName(comparison);
+}
+
 TEST_F(EmbeddedSortDescriptorTest, AnyNumberIsAResult) {
     static const ClassDefinition definition{
         {.name = "EmbeddedSortDescriptorTestExtreme",

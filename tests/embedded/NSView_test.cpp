@@ -1,7 +1,9 @@
 // What the embedded platform promises of views: trees deeper than any stack, and wide ones.
 #include "InterfaceTest.h"
 
+#include <functional>
 #include <thread>
+#include <utility>
 
 namespace tessarin::testing {
 namespace {
@@ -110,6 +112,46 @@ TEST_F(DeepViewsTest, ManySubviewsAreMovedFromEitherEnd) {
     EXPECT_EQ(from.subviews().count(), 0u);
     EXPECT_EQ(to.subviews().count(), views.count());
     EXPECT_EQ(to.subviews().objectAtIndex(1), views.lastObject());
+}
+
+// ---- Views whose own code runs while a view is taken out of them
+
+std::function<void()> onRemoval;
+
+class TellingViewsTest : public PlatformTest {
+protected:
+    TellingViewsTest() {
+        static const ClassDefinition definition{{.name = "TellingViewsTestView",
+                                                 .superclass = "NSView",
+                                                 .methods = {instanceMethod(
+                                                     "willRemoveSubview:", +[](NSView, SEL, NSView) {
+                                                         if (const auto act = std::exchange(onRemoval, {}))
+                                                             act();
+                                                     })}}};
+        outer_ = adopt(send<NSView>(NSObject(definition.classObject().alloc()), "init"_sel));
+        outer_.addSubview(moved_);
+    }
+    ~TellingViewsTest() override { onRemoval = {}; }
+
+    static Retained<NSView> newView() { return adopt(NSView::alloc().initWithFrame(NSZeroRect)); }
+    Retained<NSView> outer_;
+    const Retained<NSView> moved_ = newView(), target_ = newView();
+};
+
+TEST_F(TellingViewsTest, AViewThatHasComeToContainItsNewPlaceIsRefused) {
+    onRemoval = [&] { moved_.addSubview(target_); };
+    EXPECT_THROWS_NAMED((target_.addSubview(moved_), 0), "NSInvalidArgumentException");
+    EXPECT_EQ(target_.superview(), moved_);
+    EXPECT_FALSE(moved_.superview());
+    EXPECT_FALSE(target_.window());
+    EXPECT_EQ(moved_.retainCount(), 1u);
+}
+
+TEST_F(TellingViewsTest, AViewStaysWhereItIsWhereItsRemovalRaises) {
+    onRemoval = [] { raise(NSGenericException(), "no"_ns); };
+    EXPECT_THROWS_NAMED((target_.addSubview(moved_), 0), "NSGenericException");
+    EXPECT_EQ(moved_.superview(), outer_);
+    EXPECT_EQ(moved_.retainCount(), 2u);
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "TessarinPlatform/NSCoder.h"
 #include "platform/embedded/appkit/ColorStorage.h"
 #include "platform/embedded/foundation/KeyedCoding.h"
+#include "platform/embedded/runtime/StoredKind.h"
 
 #include <charconv>
 #include <string>
@@ -162,7 +163,8 @@ bool readColor(ColorStorage& storage, NSCoder coder) {
             std::make_unique<NameOrPicture>(NameOrPicture{std::move(listName), std::move(colorName), nil});
         return true;
     }
-    const auto custom = kindOfColorSpace(kindOf<NSColorSpace>(coder.decodeObjectForKey(customSpaceKey())));
+    const auto custom =
+        kindOfColorSpace(storedKindOf<NSColorSpace>(coder.decodeObjectForKey(customSpaceKey())));
     if (custom && coder.containsValueForKey(customComponentsKey()))
         return readComponents(storage, *custom, decodeTextOfNumbers(coder, customComponentsKey()));
     // Of a space that the platform does not have it reads what is meant for those who do not know it.

@@ -4,6 +4,7 @@
 #include "TessarinPlatform/Exceptions.h"
 #include "platform/embedded/appkit/ColorStorage.h"
 #include "platform/embedded/foundation/StringStorage.h"
+#include "platform/embedded/runtime/StoredKind.h"
 
 #include <algorithm>
 #include <bit>
@@ -167,7 +168,7 @@ CGFloat alphaComponent(NSColor self, SEL) { return storageOf(self).alpha; }
 // count.
 BOOL isEqual(NSColor self, SEL, NSObject object) {
     if (self == object) return YES;
-    const auto other = kindOf<NSColor>(object);
+    const auto other = storedKindOf<NSColor>(object);
     if (!other) return NO;
     const ColorStorage& left = storageOf(self);
     const ColorStorage& right = storageOf(other);

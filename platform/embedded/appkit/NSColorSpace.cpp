@@ -1,6 +1,7 @@
 #include "platform/embedded/appkit/ColorSpaceStorage.h"
 #include "platform/embedded/foundation/KeyedCoding.h"
 #include "platform/embedded/foundation/StringStorage.h"
+#include "platform/embedded/runtime/StoredKind.h"
 
 #include <array>
 #include <string>
@@ -40,7 +41,7 @@ NSString description(NSColorSpace self, SEL selector) {
 
 BOOL isEqual(NSColorSpace self, SEL, NSObject other) {
     if (self == other) return YES;
-    const auto space = kindOf<NSColorSpace>(other);
+    const auto space = storedKindOf<NSColorSpace>(other);
     const auto kind = kindOfColorSpace(self);
     return space && kind && kind == kindOfColorSpace(space);
 }

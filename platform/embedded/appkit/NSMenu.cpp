@@ -1,5 +1,6 @@
 #include "platform/embedded/appkit/MenuStorage.h"
 #include "platform/embedded/foundation/ArrayStorage.h"
+#include "platform/embedded/runtime/StoredKind.h"
 
 #include "TessarinPlatform/Exceptions.h"
 #include "TessarinPlatform/NSException.h"
@@ -90,14 +91,14 @@ NSUInteger findItem(const ArrayStorage& items, NSMenuItem item) {
 }
 
 NSInteger indexOfItem(NSMenu self, SEL, NSMenuItem item) {
-    if (!item.isKindOfClass(NSMenuItem::classObject()) || storageOf(item).menu != self) return -1;
+    if (!storedKindOf<NSMenuItem>(item) || storageOf(item).menu != self) return -1;
     return static_cast<NSInteger>(findItem(itemsOf(self), item));
 }
 
 // ---- Editing
 
 void requireFree(NSMenu self, SEL selector, NSMenuItem item) {
-    if (!item.isKindOfClass(NSMenuItem::classObject()))
+    if (!storedKindOf<NSMenuItem>(item))
         raiseFrom(NSInvalidArgumentException(), self, selector, "what is inserted has to be a menu item");
     if (storageOf(item).menu)
         raise(NSInternalInconsistencyException(),

@@ -1,4 +1,5 @@
 #include "platform/embedded/appkit/MenuStorage.h"
+#include "platform/embedded/runtime/StoredKind.h"
 
 #include "TessarinPlatform/NSException.h"
 
@@ -69,7 +70,7 @@ NSMenu submenu(NSMenuItem self, SEL) { return storageOf(self).submenu; }
 BOOL hasSubmenu(NSMenuItem self, SEL) { return self.submenu() ? YES : NO; }
 
 void requireFree(NSMenuItem self, SEL selector, NSMenu menu) {
-    if (!menu.isKindOfClass(NSMenu::classObject()))
+    if (!storedKindOf<NSMenu>(menu))
         raiseFrom(NSInvalidArgumentException(), self, selector, "a submenu has to be a menu");
     if (storageOf(menu).opener)
         raiseFrom(NSInvalidArgumentException(), self, selector, "the menu is the submenu of another item");

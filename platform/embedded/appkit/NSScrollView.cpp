@@ -14,7 +14,8 @@ struct ScrollBar {
 struct ScrollViewStorage {
     ScrollBar horizontal;
     ScrollBar vertical;
-    NSView documentView; // a subview, which retains it
+    // A subview, unless a derived class keeps from this one that it was taken out: it must not be gone then.
+    Retained<NSView> documentView;
 };
 
 ScrollViewStorage& storageOf(NSScrollView view) { return addedStorageOf<ScrollViewStorage>(view); }
@@ -68,13 +69,14 @@ void setDocumentView(NSScrollView self, SEL, NSView view) {
     ScrollViewStorage& storage = storageOf(self);
     if (storage.documentView == view) return;
     self.addSubview(view);
-    takeOutOf(self, std::exchange(storage.documentView, view));
+    const Retained<NSView> replaced = std::exchange(storage.documentView, retain(view));
+    takeOutOf(self, replaced);
 }
 
 void willRemoveSubview(NSScrollView self, SEL selector, NSView view) {
     sendSuper<void>(self, NSScrollView::classObject(), selector, view);
-    NSView& documentView = storageOf(self).documentView;
-    if (documentView == view) documentView = nil;
+    Retained<NSView>& documentView = storageOf(self).documentView;
+    if (documentView == view) documentView.reset();
 }
 
 } // namespace

@@ -58,14 +58,20 @@ NSWindow window(NSView self, SEL) {
     return storageOf(outermost).window;
 }
 
-void addSubview(NSView self, SEL selector, NSView view) {
-    if (!view) return;
+void requireOutside(NSView self, SEL selector, NSView view) {
     if (contains(view, self))
         raiseFrom(NSInvalidArgumentException(), self, selector,
                   "a view cannot be put into itself or into a view that it contains");
-    runtime::retain(view.object());
+}
+
+void addSubview(NSView self, SEL selector, NSView view) {
+    if (!view) return;
+    requireOutside(self, selector, view);
+    Retained<NSView> added = retain(view);
     takeOut(view);
-    storageOf(self).subviews.push_back(view);
+    // Those that the view is taken out of are told, and may have put this one into it.
+    requireOutside(self, selector, view);
+    storageOf(self).subviews.push_back(added.leak());
     storageOf(view).superview = self;
 }
 

@@ -1,5 +1,6 @@
 #include "platform/embedded/foundation/IndexSetStorage.h"
 #include "platform/embedded/foundation/StringStorage.h"
+#include "platform/embedded/runtime/StoredKind.h"
 
 #include "TessarinPlatform/NSException.h"
 #include "TessarinPlatform/NSMutableIndexSet.h"
@@ -64,6 +65,8 @@ BOOL containsIndexesInRange(NSIndexSet self, SEL selector, NSRange range) {
 
 BOOL containsIndexes(NSIndexSet self, SEL, NSIndexSet other) {
     if (!other) return YES;
+    // Where the operation is named by its selector, any object may come.
+    if (!storedKindOf<NSIndexSet>(other)) return NO;
     const IndexSetStorage& members = storageOf(self);
     const IndexSetStorage& asked = storageOf(other);
     for (auto run = asked.runFrom(0); run; run = asked.runFrom(run->last + 1))
@@ -91,11 +94,11 @@ NSUInteger lastIndex(NSIndexSet self, SEL) { return orNotFound(storageOf(self).l
 // ---- Comparing and describing
 
 BOOL isEqualToIndexSet(NSIndexSet self, SEL, NSIndexSet other) {
-    return self == other || (other && storageOf(self) == storageOf(other));
+    return self == other || (storedKindOf<NSIndexSet>(other) && storageOf(self) == storageOf(other));
 }
 
 BOOL isEqual(NSIndexSet self, SEL selector, NSObject other) {
-    return self == other || isEqualToIndexSet(self, selector, kindOf<NSIndexSet>(other));
+    return isEqualToIndexSet(self, selector, as<NSIndexSet>(other));
 }
 
 // Of what equal sets have in common and is found at once.

@@ -10,6 +10,7 @@
 #include "TessarinPlatform/NSNull.h"
 #include "TessarinPlatform/NSNumber.h"
 
+#include <algorithm>
 #include <array>
 #include <string>
 #include <type_traits>
@@ -127,14 +128,21 @@ struct Accessor {
     SEL selector;
     const char* encoding;
 };
-// Keys may come from outside; these operations would release an object that somebody else still has.
-bool changesOwnership(std::string_view name) {
-    return name == "retain" || name == "release" || name == "autorelease" || name == "dealloc";
+// Keys may come from outside. These operations would release an object that somebody else still has, empty
+// one that is in use by initialising it again, or make one that nobody releases.
+bool beginsOrEndsALife(std::string_view name) {
+    constexpr std::array<std::string_view, 8> others{"retain", "release", "autorelease", "dealloc",
+                                                     "alloc",  "new",     "copy",        "mutableCopy"};
+    constexpr std::string_view initializer = "init"; // initial is none
+    if (name.starts_with(initializer))
+        return name.size() == initializer.size() || name[initializer.size()] < 'a'
+               || name[initializer.size()] > 'z';
+    return std::find(others.begin(), others.end(), name) != others.end();
 }
 
 Accessor findAccessor(NSObject object, const std::string& name) {
     const SEL selector = findSelector(name);
-    if (changesOwnership(name)) return {nullptr, ""};
+    if (beginsOrEndsALife(name)) return {nullptr, ""};
     const Method* method = selector ? findMethod(classRecordOf(object.object()), selector) : nullptr;
     return method ? Accessor{selector, method->encoding} : Accessor{nullptr, ""};
 }

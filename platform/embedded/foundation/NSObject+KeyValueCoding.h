@@ -5,6 +5,9 @@
 //   _<key>, _is<Key>, <key>, is<Key>         are the instance variables that both turn to next, unless the
 //                                            class answers NO to accessInstanceVariablesDirectly.
 //
+// Operations that begin or end an object's life read no value: retain, release, autorelease, dealloc, alloc,
+// new, copy, mutableCopy and initialisers.
+//
 // A value that is no object goes in and out as a number. Values that are neither (structures, pointers)
 // cannot be reached, nor can what a class of the platform keeps in C++.
 #pragma once

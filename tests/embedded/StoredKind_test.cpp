@@ -1,0 +1,34 @@
+// Objects that only answer for another class have none of its data.
+#include "PlatformTest.h"
+
+namespace tessarin::testing {
+namespace {
+
+class StandInTest : public PlatformTest {
+protected:
+    static Retained<NSObject> newStandIn() {
+        static const ClassDefinition definition{
+            {.name = "StandInTestObject",
+             .methods = {instanceMethod(
+                 "isKindOfClass:", +[](NSObject, SEL, Class) -> BOOL { return YES; })}}};
+        return adopt(send<NSObject>(NSObject(definition.classObject().alloc()), "init"_sel));
+    }
+    const Retained<NSObject> standIn_ = newStandIn();
+};
+
+TEST_F(StandInTest, IsNoItemAndNoSubmenu) {
+    const Retained<NSMenu> menu = adopt(NSMenu::alloc().initWithTitle("menu"_ns));
+    menu.addItem(NSMenuItem::separatorItem());
+    EXPECT_THROWS_NAMED(menu.addItem(as<NSMenuItem>(standIn_)), "NSInvalidArgumentException");
+    EXPECT_EQ(menu.indexOfItem(as<NSMenuItem>(standIn_)), -1);
+    EXPECT_THROWS_NAMED(menu.itemAtIndex(0).setSubmenu(as<NSMenu>(standIn_)), "NSInvalidArgumentException");
+}
+
+TEST_F(StandInTest, EqualsNoColourNoColourSpaceAndNoIndexSet) {
+    EXPECT_FALSE(NSColor::colorWithCalibratedRed_green_blue_alpha(1, 0, 0, 1).isEqual(standIn_));
+    EXPECT_FALSE(NSColorSpace::genericRGBColorSpace().isEqual(standIn_));
+    EXPECT_FALSE(NSIndexSet::indexSetWithIndex(3).isEqual(standIn_));
+}
+
+} // namespace
+} // namespace tessarin::testing
