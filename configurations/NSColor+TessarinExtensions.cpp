@@ -22,7 +22,7 @@ NSColor colorToRead(NSColor color) {
     return color.colorUsingColorSpaceName(NSCalibratedRGBColorSpace());
 }
 
-// ---- Configurations ----
+// ---- Configurations
 
 NSString hueKey() { return "Hue"_ns; }
 NSString saturationKey() { return "Saturation"_ns; }
@@ -60,7 +60,7 @@ NSColor colorWithConfiguration(Class self, SEL, NSDictionary configuration) {
                          brightness, alpha);
 }
 
-// ---- Hexadecimal strings ----
+// ---- Hexadecimal strings
 
 // Cut toward zero, where a cast would leave it undefined too.
 std::int32_t byteOf(CGFloat component) {

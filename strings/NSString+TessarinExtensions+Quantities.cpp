@@ -18,7 +18,7 @@ using namespace tessarin;
 
 namespace {
 
-// ---- Sizes ----
+// ---- Sizes
 
 constexpr UInt16 automaticUnit = 65535;
 
@@ -95,7 +95,7 @@ NSString stringWithFileSize(Class self, SEL, NSNumber size, UInt16 unit, NSUInte
     return self == NSString::classObject() ? text : send<NSString>(self, "stringWithString:"_sel, text);
 }
 
-// ---- Durations ----
+// ---- Durations
 
 constexpr std::int64_t secondsPerMinute = 60;
 constexpr std::int64_t minutesPerHour = 60;

@@ -19,7 +19,7 @@ using namespace tessarin;
 
 namespace {
 
-// ---- The path relative to a directory ----
+// ---- The path relative to a directory
 
 // What is left of a path that is split at every "/", of which the empty path is one component and not none.
 class RemainingComponents {
@@ -90,7 +90,7 @@ NSString pathRelativeToDirectory(NSString self, SEL, NSString directory) {
     return NSString(relative);
 }
 
-// ---- The parent directory of paths ----
+// ---- The parent directory of paths
 
 // How many leading components two paths share, at most `limit`; the last of the second does not count.
 NSUInteger countOfCommonComponents(NSArray first, NSArray second, NSUInteger limit) {
@@ -137,7 +137,7 @@ NSString parentDirectoryForPaths(Class self, SEL, NSArray paths) {
     return result.autorelease();
 }
 
-// ---- Key paths and trimming ----
+// ---- Key paths and trimming
 
 NSString keyPathWithComponents(Class, SEL, NSString first, ...) {
     if (!first) return nil;

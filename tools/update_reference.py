@@ -69,7 +69,7 @@ class Project:
     def __init__(self):
         self.sources = {path: read(path) for room in ROOMS for path in sorted((ROOT / room).glob("*.cpp"))}
         self.tests = {path: read(path) for path in sorted((ROOT / "tests").rglob("*_test.cpp"))}
-        self.client = read(ROOT / "tests" / "objc" / "client.m")
+        self.client = "".join(read(path) for path in sorted((ROOT / "tests" / "objc").glob("*Client.m")))
         self.problems = []
 
     def naming(self, files, pattern):

@@ -80,7 +80,8 @@ TESSARIN_EXPORT tessarin::NSArray tessarin_arrayByRemovingObjectIdenticalTo(tess
 // The objects that pass a test, in the order of the receiver whatever the order of the walk. The predicate
 // gets an object, its index and a flag that it may set to end the walk. nil for a nil predicate; an empty
 // array when nothing passes. The options are the platform's: with NSEnumerationConcurrent the predicate may
-// be called on several threads at once.
+// be called on several threads at once. GNUstep 1.28 answers other objects with NSEnumerationReverse, and
+// ends the process where the predicate changes the array.
 //
 //   tessarin_arrayWithObjectsPassingTest_options(
 //       names, [](NSString name, NSUInteger, BOOL*) { return name.length() > 3; }, 0)
@@ -114,7 +115,7 @@ TESSARIN_EXPORT bool tessarin_containsObjectIdenticalTo(tessarin::NSArray receiv
 
 // The first object whose value at the key path equals the one given, retained and autoreleased; nil when
 // there is none. It is the object's value that is asked isEqual:. A value that is nil equals nothing, not
-// even nil. A nil key path is the platform's matter. Raises NSUndefinedKeyException(), by the objects'
+// even nil. A nil key path is the platform's matter. Raises NSUndefinedKeyException, by the objects'
 // key-value coding, for a key that one of the objects before the found one does not know.
 //
 //   tessarin_objectWithValue_forKeyPath(tracks, "drums"_ns, "effect.name"_ns)

@@ -24,7 +24,7 @@
 // What the platform raises for a nil string passes through: NSInvalidArgumentException.
 //
 // It is an NSAttributedString, which cannot be changed, whatever class receives the message, which is meant:
-// NSMutableAttributedString makes no mutable one.
+// NSMutableAttributedString makes no mutable one. A nil class answers nil.
 //
 //   tessarin_attributedStringWithString_attributes("Gain"_ns, bold)
 TESSARIN_EXPORT tessarin::NSAttributedString

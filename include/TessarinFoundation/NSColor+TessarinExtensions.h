@@ -13,7 +13,7 @@
 // platform's generic RGB space, and otherwise what colorUsingColorSpaceName: makes of it in the calibrated
 // RGB space. A colour that cannot be converted is described as all zeros. What the platform raises for a
 // colour without a colour space, a named one or a picture, passes through; GNUstep raises nothing for a named
-// one, whose description is then all zeros.
+// one, whose description is then all zeros. A nil colour or class answers nil.
 //
 // The operations keep no state and may run on any thread on which the platform's colours may be used. Results
 // are autoreleased.
@@ -50,7 +50,8 @@ TESSARIN_EXPORT tessarin::NSDictionary tessarin_configuration(tessarin::NSColor 
 // The calibrated colour that a configuration describes, made by the receiving class's
 // colorWithCalibratedHue:saturation:brightness:alpha: (NSColor's, unless another is named). Each value is
 // read by floatValue, so that a number and the text of one serve alike; a missing key is 0, and a nil
-// configuration gives transparent black. Values outside their scales are handed on as they are.
+// configuration gives transparent black. Values outside their scales are handed on as they are. What the
+// platform raises for a value that does not answer floatValue passes through: NSInvalidArgumentException.
 //
 //   tessarin_colorWithConfiguration(configuration)
 TESSARIN_EXPORT tessarin::NSColor tessarin_colorWithConfiguration(tessarin::NSDictionary configuration);

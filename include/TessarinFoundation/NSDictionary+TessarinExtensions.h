@@ -23,7 +23,7 @@
 
 // The values, in the ascending order of their keys by the keys' own compare:. Empty for an empty dictionary.
 // What the platform raises for keys that cannot be compared passes through: NSInvalidArgumentException for a
-// key that does not respond to compare:.
+// key that does not respond to compare:. GNUstep gives every object a compare: and raises nothing.
 //
 //   tessarin_allValuesSortedByKeys(dictionary)   // {b: 2, a: 1} gives 1, 2
 TESSARIN_EXPORT tessarin::NSArray tessarin_allValuesSortedByKeys(tessarin::NSDictionary dictionary);

@@ -27,7 +27,9 @@
 #    include "TessarinPlatform/NSMutableArray.h"
 
 // Replaces the items by copies of the array's. They are copied whatever `copyItems` says, which is meant. A
-// nil array leaves the receiver empty, and so does the receiver itself.
+// nil array leaves the receiver empty, and so does the receiver itself. What the platform raises for an item
+// that cannot be copied passes through, NSInvalidArgumentException; the receiver then holds the copies made
+// before it.
 //
 //   tessarin_setArray_copyItems(names, chosen, true)
 TESSARIN_EXPORT void tessarin_setArray_copyItems(tessarin::NSMutableArray receiver, tessarin::NSArray array,

@@ -27,6 +27,8 @@
 // a value that responds to none of the three.
 //
 // A configuration is not looked through for values to convert: one that holds a colour is no property list.
+// The result is not the caller's to release; it lives as long as the value keeps it, or until the innermost
+// autorelease pool ends.
 //
 // Callers on the same class run one at a time, under the recursive lock of the class object; a value may come
 // back to this operation on the same thread while it is asked. Callers on another class, a derived one
@@ -43,10 +45,10 @@ tessarin::id tessarin_propertyListForValue(tessarin::NSObject value) {
     return tessarin_propertyListForValue(Receiver::classObject(), value);
 }
 
-// A new property list, autoreleased, that is equal to another and whose arrays and dictionaries, at every
-// depth, are mutable. Strings and data in it are immutable, also where they were not; integers are 64 bits
-// wide; everything else is as it was. An array or dictionary that stands in several places of the original
-// is another one in each place of the copy.
+// A new property list, autoreleased, that is equal to the first argument and whose arrays and dictionaries,
+// at every depth, are mutable. Strings and data in it are immutable, also where they were not; integers are
+// 64 bits wide; everything else is as it was. An array or dictionary that stands in several places of the
+// original is another one in each place of the copy.
 //
 // nil, and an error through `error` unless that is null, for what is no property list: nil, other objects,
 // keys that are no strings, containers inside themselves (code 3851; 3852 for nil); and for containers nested

@@ -3,6 +3,8 @@
 //   keypath     the key, a string
 //   ascending   1 or 0, a number; whatever answers boolValue is read, so that the string YES will do
 //   selector    the name of the comparison, a string such as compare:; it may be missing
+//
+// A nil receiver, a descriptor or a class, answers nil.
 #pragma once
 
 #include "TessarinPlatform/detail/LibraryAnchor.h"
@@ -34,12 +36,14 @@
 TESSARIN_EXPORT tessarin::NSDictionary tessarin_configuration(tessarin::NSSortDescriptor receiver);
 
 // Initialises a newly allocated descriptor as a configuration describes it. Without a selector, or with one
-// that is no string or an empty one, it compares by compare:; a name that no object answers is kept. Like any
-// init, it takes over the caller's reference and hands one to the result.
+// that is no string or an empty one, it compares by compare:; a name that no object answers is kept, and
+// sorting raises NSInvalidArgumentException by it. Like any init, it takes over the caller's reference and
+// hands one to the result.
 //
 // A configuration that is nil, has no string of at least one character as its keypath, or nothing that
 // answers boolValue as ascending, gives the receiver itself, owned by the caller as before and not
 // initialised, which is meant: not nil, but a descriptor without key and selector that is not ascending.
+// Sorting by it leaves the order as it is; on GNUstep it raises.
 //
 //   Retained<NSSortDescriptor> order =
 //       adopt(tessarin_initWithConfiguration(NSSortDescriptor::alloc(), configuration));

@@ -63,7 +63,8 @@
 // level more unless it prefixes the receiver.
 //
 // Raises NSRangeException when the directory's components run out first, all of them equal to the receiver's
-// but for case: /A/b/c relative to /a/b. This is meant.
+// but for case: /A/b/c relative to /a/b. This is meant. GNUstep folds case one character to one, so that a
+// component with ß is not equal to one with ss.
 //
 //   tessarin_pathRelativeToDirectory("/Users/x/Music/a.wav"_ns, "/Users/x"_ns)   // Music/a.wav
 //   tessarin_pathRelativeToDirectory("/x/y"_ns, "/a/b"_ns)                       // ../../x/y
@@ -77,7 +78,8 @@ TESSARIN_EXPORT tessarin::NSString tessarin_pathRelativeToDirectory(tessarin::NS
 //
 // An exception of the platform, raised for instance by an element that is no string, is caught: one line is
 // written to the platform's log in the format "Exception: %@, reason: %@", and nil is the result. All
-// temporary objects are released before the operation returns.
+// temporary objects are released before the operation returns. GNUstep takes canonically equal components for
+// equal, and //host/share/ for one.
 //
 //   tessarin_parentDirectoryForPaths(NSArray::arrayOf("/a/b/x"_ns, "/a/c/y"_ns))    // /a
 //   tessarin_parentDirectoryForPaths<NSMutableString>(paths)
@@ -91,7 +93,8 @@ Receiver tessarin_parentDirectoryForPaths(tessarin::NSArray paths) {
 }
 
 // The components joined with ".", as an immutable string whatever class is asked; nil when the first is nil.
-// The list ends at its first nil. Empty components are kept: a, (empty), b gives a..b.
+// The list ends at its first nil, NSString() in C++, which does not take the word nil here. Empty components
+// are kept: a, (empty), b gives a..b.
 //
 // In Objective-C the list must end with nil.
 //
@@ -109,7 +112,8 @@ tessarin::NSString tessarin_keyPathWithComponents(tessarin::NSString first, cons
 }
 
 // The receiver without the leading 16-bit units that are in the set. A character outside the basic plane is
-// tested as its two surrogate units. The empty string when all are; a nil set holds none.
+// tested as its two surrogate units. The empty string when all are, an equal string, perhaps the receiver,
+// when none is; a nil set holds none.
 //
 //   tessarin_stringByTrimmingLeadingCharactersInSet("///a/b"_ns, slashes)   // a/b
 TESSARIN_EXPORT tessarin::NSString
@@ -174,7 +178,8 @@ tessarin_fileNameByAddingPercentEscapesUsingEncoding(tessarin::NSString name,
                                                      tessarin::NSStringEncoding encoding);
 
 // The receiver with every percent escape replaced by what its bytes say in the encoding; adjacent escapes are
-// read together. All other characters stay as they are. nil for a number that stands for no encoding; where
+// read together. All other characters stay as they are; without escapes an equal string, perhaps the
+// receiver, is the result. nil for a number that stands for no encoding; where
 // there are escapes, for an encoding that the platform does not have, for a percent sign without two
 // hexadecimal digits, and for bytes that are no text in the encoding.
 //

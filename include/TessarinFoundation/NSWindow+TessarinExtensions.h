@@ -32,8 +32,9 @@
 // not where that begins, which is meant: a Dock at the bottom of the screen is not allowed for. A frame that
 // is taller than the visible height keeps its top there, and its bottom below 0.
 //
-// nil counts as a view with an empty frame at (0, 0), a missing main screen as one without height; a nil
-// window answers all zeros. The window is not changed.
+// nil counts as a view with an empty frame at (0, 0), a missing main screen as one without height, and the
+// embedded platform has none until describeScreens (NSScreen.h) says so; a nil window answers all zeros. The
+// window is not changed.
 //
 //   window.setFrame_display(tessarin_frameRectForContentView(window, view), true);
 //   window.setContentView(view);

@@ -28,7 +28,7 @@ TESSARIN_C_DECLARATIONS_BEGIN
 // The domain "Tessarin Error Domain", for the errors of applications. The library itself makes none in it.
 TESSARIN_EXPORT extern TESSARIN_CONSTANT(NSString) TSSRErrorDomain;
 
-// ---- Stream formats ----
+// ---- Stream formats
 
 // A stream format as an immutable array of nine numbers, autoreleased, in the order of the structure's
 // fields:
@@ -55,7 +55,7 @@ TESSARIN_EXPORT TESSARIN_FACE(NSArray)
 TESSARIN_EXPORT TESSARIN_PLATFORM_TYPE(AudioStreamBasicDescription)
     TSSRASBDFromArray(TESSARIN_FACE(NSArray) array);
 
-// ---- Parameter descriptions ----
+// ---- Parameter descriptions
 
 // A parameter description as an immutable array of eight elements, autoreleased:
 //
@@ -89,13 +89,13 @@ TESSARIN_EXPORT TESSARIN_FACE(NSArray)
 TESSARIN_EXPORT TESSARIN_PLATFORM_TYPE(AudioUnitParameterInfo)
     TSSRAudioUnitParameterInfoFromArray(TESSARIN_FACE(NSArray) array);
 
-// ---- The identity of audio components ----
+// ---- The identity of audio components
 
 // The name part of a component's display name, which by convention reads «Manufacturer: Name», autoreleased.
 // The name is split at its first colon: the part after it is the result, the part before it the manufacturer,
-// both without white space at their ends. Without a colon the whole name, as it stands, is the result, and
-// nil is stored for the manufacturer. nil when the platform gives no name for the component; then nothing is
-// stored.
+// both without spaces and tabs at their ends. Without a colon the whole name, as it stands, is the result,
+// and nil is stored for the manufacturer. nil when the platform gives no name for the component, and for a
+// null component; then nothing is stored.
 //
 // `manufacturer` may be null. A string stored through it is retained for the caller, who releases it.
 //
@@ -110,8 +110,9 @@ TESSARIN_EXPORT TESSARIN_FACE(NSString)
 // then the type, subtype and manufacturer codes as four characters each, separated by "; ". An empty
 // manufacturer name still gives ": ". The flags are not part of it. This is a stored format.
 //
-// A manufacturer name that contains a colon, and a code that begins with a space, do not survive being read
-// back.
+// What does not survive being read back: a manufacturer name with a colon, a code with a semicolon, a code
+// with a colon where no name is written, and a code that begins with a space, a tab or a no-break space. A
+// code that the platform has no string for is left out together with its separator.
 //
 //   NSString line = TSSRIdentifierStringFromAudioComponentDescriptionAndManufacturer(description, "Acme"_ns);
 //   // Acme: aufx; dely; Acme
@@ -119,9 +120,9 @@ TESSARIN_EXPORT TESSARIN_FACE(NSString) TSSRIdentifierStringFromAudioComponentDe
     TESSARIN_PLATFORM_TYPE(AudioComponentDescription) description, TESSARIN_FACE(NSString) manufacturer);
 
 // The description that such a line holds; its flags are 0. What stands before the first colon is the
-// manufacturer name, as it stands. What follows must be exactly three pieces separated by ";"; leading white
-// space of each is left out. With another number of pieces all codes are 0; a piece that is no four-character
-// code gives 0 for that code.
+// manufacturer name, as it stands. What follows must be exactly three pieces separated by ";"; leading spaces
+// and tabs of each are left out. With another number of pieces all codes are 0; a piece that is no
+// four-character code gives 0 for that code.
 //
 // `manufacturer` may be null. Without a colon nothing is stored through it; otherwise a string retained for
 // the caller, who releases it. A nil identifier gives zeros, and nil is stored.

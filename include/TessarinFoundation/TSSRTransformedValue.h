@@ -64,28 +64,33 @@ public:
     TESSARIN_EXPORT static tessarin::Class classObject();
     [[nodiscard]] static TSSRTransformedValue alloc() { return TSSRTransformedValue(classObject().alloc()); }
 
-    // Either may be nil. The value is retained, not copied.
+    // Either may be nil. The value is retained, not copied. Autoreleased.
     static TSSRTransformedValue transformedValueWithClass_value(tessarin::Class valueClass,
                                                                 tessarin::NSObject value) {
         using namespace tessarin;
         return send<TSSRTransformedValue>(classObject(), "transformedValueWithClass:value:"_sel, valueClass,
                                           value);
     }
+    // The same for the caller to own; nil when the superclass's init fails.
     [[nodiscard]] TSSRTransformedValue initWithClass_value(tessarin::Class valueClass,
                                                            tessarin::NSObject value) const {
         using namespace tessarin;
         return send<TSSRTransformedValue>(*this, "initWithClass:value:"_sel, valueClass, value);
     }
+    // As the archive says; a nil coder gives an object without class and value, and an archive in which the
+    // value is the object itself one without value.
     [[nodiscard]] TSSRTransformedValue initWithCoder(tessarin::NSCoder coder) const {
         using namespace tessarin;
         return send<TSSRTransformedValue>(*this, "initWithCoder:"_sel, coder);
     }
+    // A nil coder takes nothing.
     void encodeWithCoder(tessarin::NSCoder coder) const {
         using namespace tessarin;
         send<void>(*this, "encodeWithCoder:"_sel, coder);
     }
 
-    // The class that the value belongs with; after decoding the class's name, an NSString.
+    // The class that the value belongs with; after decoding the class's name, an NSString. Both live as long
+    // as the receiver.
     tessarin::id valueClass() const {
         using namespace tessarin;
         return send<tessarin::id>(*this, "valueClass"_sel);
@@ -135,10 +140,10 @@ public:
         using namespace tessarin;
         return send<tessarin::id>(*this, "objectValue"_sel);
     }
-};
 
-// copy(), which every object answers: a new object of the receiver's class whose valueClass is the receiver's
-// own class, whatever the receiver's valueClass is; this is meant. A value that conforms to NSCopying is
-// copied, any other shared.
+    // copy, which every object answers: a new object of the receiver's class whose valueClass is the
+    // receiver's own class, whatever the receiver's valueClass is; this is meant. A value that conforms to
+    // NSCopying is copied, any other shared.
+};
 
 #endif

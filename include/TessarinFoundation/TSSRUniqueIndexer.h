@@ -22,7 +22,7 @@
 // - firstUsedIndex, lastUsedIndex and the two sets themselves are read without the lock.
 // - shouldLock is a plain flag. While registerIndex falls back to the first available index, and while
 //   availableIndexesOfCount runs, it is NO, and a thread that comes in between works unguarded. This is
-//   meant. Threads that ask for any index at once need a lock around those calls.
+//   meant. Threads that ask for any index, or for the available ones, at once need a lock around those calls.
 #pragma once
 
 #include "TessarinPlatform/detail/LibraryAnchor.h"
@@ -135,6 +135,7 @@ public:
         using namespace tessarin;
         send<void>(*this, "unlock"_sel);
     }
+    // Whether they do. Not to be changed while the lock is held, since unlock would then do nothing.
     bool shouldLock() const {
         using namespace tessarin;
         return send<BOOL>(*this, "shouldLock"_sel) != NO;

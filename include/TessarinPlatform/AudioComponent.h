@@ -66,13 +66,12 @@ TESSARIN_EXPORT OSStatus AudioComponentGetVersion(AudioComponent component, UInt
 
 #    if !(defined(__APPLE__) && TESSARIN_PLATFORM_NATIVE)
 // Registers what an audio-component bundle declares: the dictionaries of the array `AudioComponents` in its
-// Info.plist
-// (`type`, `subtype`, `manufacturer`: strings of four characters; `name`: a string; `version`: a number, 0
-// when it is missing). `path` is the bundle, which holds Contents/Info.plist or Info.plist, or the Info.plist
-// itself. Answers how many were registered, 0 for an Info.plist without that array. When the file cannot be
-// read, is no property list, or any of its dictionaries is not as it should be, nothing is registered, the
-// answer is -1, and an error that says which is stored unless `error` is null: NSCocoaErrorDomain, with
-// NSLocalizedDescription.
+// Info.plist (`type`, `subtype`, `manufacturer`: strings of four characters; `name`: a string; `version`: a
+// number, 0 when it is missing). `path` is the bundle, which holds Contents/Info.plist or Info.plist, or the
+// Info.plist itself. Answers how many were registered, 0 for an Info.plist without that array. When the file
+// cannot be read, is no property list, or any of its dictionaries is not as it should be, nothing is
+// registered, the answer is -1, and an error that says which is stored unless `error` is null:
+// NSCocoaErrorDomain, with NSLocalizedDescription.
 TESSARIN_EXPORT long TessarinRegisterAudioComponentsOfBundle(TESSARIN_STRING path, TESSARIN_ERROR_OUT error);
 #    endif
 

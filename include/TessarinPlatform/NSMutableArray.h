@@ -51,6 +51,7 @@ public:
     void removeObjectsInRange(NSRange range) const { send<void>(*this, "removeObjectsInRange:"_sel, range); }
     void removeAllObjects() const { send<void>(*this, "removeAllObjects"_sel); }
     void setArray(NSArray other) const { send<void>(*this, "setArray:"_sel, other); }
+    // As sortedArrayUsingSelector: does.
     void sortUsingSelector(SEL comparison) const { send<void>(*this, "sortUsingSelector:"_sel, comparison); }
     void sortUsingDescriptors(NSArray descriptors) const {
         send<void>(*this, "sortUsingDescriptors:"_sel, descriptors);

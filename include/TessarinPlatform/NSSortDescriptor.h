@@ -27,7 +27,8 @@ public:
         return send<NSSortDescriptor>(*this, "initWithKey:ascending:"_sel, key, static_cast<BOOL>(ascending));
     }
     // The selector of a comparison that answers NSComparisonResult, such as caseInsensitiveCompare:; the null
-    // selector stands for compare:.
+    // selector stands for compare:. A method that answers anything else, or takes no object, raises
+    // NSInvalidArgumentException when it is to compare (embedded).
     [[nodiscard]] NSSortDescriptor initWithKey_ascending_selector(NSString key, bool ascending,
                                                                   SEL selector) const {
         return send<NSSortDescriptor>(*this, "initWithKey:ascending:selector:"_sel, key,

@@ -4,15 +4,14 @@
 //   Formatting.h      handles in std::format: it takes in <format>
 //   FmtFormatting.h   handles in {fmt}, a library that the application brings along
 //
-// ArrayEditing.h, EqualityIndex.h, KeyOrder.h, NumberFormatting.h and ValueHash.h are left out as well: seams
-// through which the library does without messages what would take many, and no part of its interface.
-// ObjectPredicate.h is for Objective-C.
+// ArrayEditing.h, ColorReading.h, EqualityIndex.h, KeyOrder.h, NumberFormatting.h, ValueComparison.h and
+// ValueHash.h are left out as well: seams through which the library does without messages what would take
+// many, and no part of its interface. ObjectPredicate.h is for Objective-C.
 #pragma once
 
 #include "TessarinPlatform/AudioComponent.h"
 #include "TessarinPlatform/AutoreleasePool.h"
 #include "TessarinPlatform/Block.h"
-#include "TessarinPlatform/ColorReading.h"
 #include "TessarinPlatform/Comparison.h"
 #include "TessarinPlatform/Definition.h"
 #include "TessarinPlatform/Exceptions.h"
@@ -57,4 +56,3 @@
 #include "TessarinPlatform/Streaming.h"
 #include "TessarinPlatform/StringEncodings.h"
 #include "TessarinPlatform/Synchronized.h"
-#include "TessarinPlatform/ValueComparison.h"

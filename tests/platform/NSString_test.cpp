@@ -1,4 +1,4 @@
-// NSString and NSMutableString: creation, units, equality, parts, splitting, trimming, encodings and edits.
+// NSString: creation, units, encodings, equality, parts, splitting and trimming.
 #include "PlatformTest.h"
 
 #include "TessarinPlatform/NSArray.h"
@@ -10,7 +10,6 @@ namespace tessarin::testing {
 namespace {
 
 using NSStringTest = PlatformTest;
-using NSMutableStringTest = PlatformTest;
 
 // A string class with nothing but the primitive operations: the letter a, as many times as it is told.
 NSUInteger countedLength(NSString self, SEL) { return instanceVariableOf<NSUInteger>(self, "_count"); }
@@ -34,7 +33,6 @@ NSString countedString(NSUInteger count, NSUInteger period) {
 std::u16string units(NSString string) { return static_cast<std::u16string>(string); }
 
 // ---- Creation and conversion
-// ---------------------------------------------------------------------------------------
 
 TEST_F(NSStringTest, ComesFromUtf8AndGoesBack) {
     const std::string utf8 = "a\u00e9\u20ac\U0001F600z";
@@ -125,7 +123,6 @@ TEST_F(NSStringTest, InitWithDataReadsUtf8) {
 }
 
 // ---- Units
-// ---------------------------------------------------------------------------------------------------------
 
 TEST_F(NSStringTest, CharacterAtIndexGivesUnits) {
     EXPECT_EQ(u"\u00e9"_ns.characterAtIndex(0), u'\u00e9');
@@ -162,7 +159,6 @@ TEST_F(NSStringTest, DataUsingEncodingIsNilWhereTheTextDoesNotFit) {
 TEST_F(NSStringTest, DescribesItself) { EXPECT_EQ(text("abc"_ns.description()), "abc"); }
 
 // ---- Equality
-// ------------------------------------------------------------------------------------------------------
 
 TEST_F(NSStringTest, EqualTextIsEqualWhateverTheClass) {
     const Retained<NSMutableString> other = adopt<NSMutableString>("abc"_ns.mutableCopy());
@@ -202,7 +198,6 @@ TEST_F(NSStringTest, EqualityIsByUnitsNotCanonical) {
 }
 
 // ---- Parts
-// ---------------------------------------------------------------------------------------------------------
 
 TEST_F(NSStringTest, SubstringFromIndex) {
     EXPECT_EQ(text("abcdef"_ns.substringFromIndex(4)), "ef");
@@ -313,87 +308,7 @@ TEST_F(NSStringTest, LetterCaseFollowsUnicode) {
     EXPECT_EQ(text(u"\u039f\u03a3"_ns.lowercaseString()), "\u03bf\u03c2");
 }
 
-// ---- Prefixes and searching
-// ----------------------------------------------------------------------------------------
-
-TEST_F(NSStringTest, HasPrefix) {
-    EXPECT_TRUE("/a/b"_ns.hasPrefix("/a"_ns));
-    EXPECT_TRUE("/a"_ns.hasPrefix("/a"_ns));
-    EXPECT_FALSE("/A"_ns.hasPrefix("/a"_ns));
-    EXPECT_FALSE("/"_ns.hasPrefix("/a"_ns));
-}
-
-TEST_F(NSStringTest, HasSuffix) {
-    EXPECT_TRUE("file.txt"_ns.hasSuffix(".txt"_ns));
-    EXPECT_FALSE("file.txt"_ns.hasSuffix(".TXT"_ns));
-}
-
-TEST_F(NSStringTest, EmptyPrefixIsNone) {
-    EXPECT_FALSE("abc"_ns.hasPrefix(""_ns));
-    EXPECT_FALSE(""_ns.hasPrefix(""_ns));
-    EXPECT_FALSE("abc"_ns.hasSuffix(""_ns));
-}
-
-TEST_F(NSStringTest, NilPrefixRaises) {
-    EXPECT_THROWS_NAMED("abc"_ns.hasPrefix(nil), "NSInvalidArgumentException");
-    EXPECT_THROWS_NAMED("abc"_ns.hasSuffix(nil), "NSInvalidArgumentException");
-}
-
-TEST_F(NSStringTest, RangeOfString) {
-    EXPECT_EQ("abcabc"_ns.rangeOfString("bc"_ns), (NSRange{1, 2}));
-    EXPECT_EQ("abc"_ns.rangeOfString("x"_ns), (NSRange{static_cast<NSUInteger>(NSNotFound), 0}));
-    EXPECT_EQ("abc"_ns.rangeOfString(""_ns), (NSRange{static_cast<NSUInteger>(NSNotFound), 0}));
-    EXPECT_EQ(u"a\u20acb"_ns.rangeOfString("b"_ns), (NSRange{2, 1}));
-}
-
-TEST_F(NSStringTest, RangeOfNilRaises) {
-    EXPECT_THROWS_NAMED("abc"_ns.rangeOfString(nil), "NSInvalidArgumentException");
-}
-
-TEST_F(NSStringTest, RangeOfStringBackwards) {
-    EXPECT_EQ("abcabc"_ns.rangeOfString_options("bc"_ns, NSBackwardsSearch), (NSRange{4, 2}));
-}
-
-TEST_F(NSStringTest, RangeOfLongStringBackwards) {
-    const std::string searched = std::string(100, 'a') + "b";
-    const NSString whole(searched + searched + "c");
-    EXPECT_EQ(whole.rangeOfString_options(NSString(searched), NSBackwardsSearch), (NSRange{101, 101}));
-    EXPECT_EQ(whole.rangeOfString(NSString(searched)), (NSRange{0, 101}));
-}
-
-TEST_F(NSStringTest, RangeOfStringAnchored) {
-    const NSRange none{static_cast<NSUInteger>(NSNotFound), 0};
-    EXPECT_EQ("abcab"_ns.rangeOfString_options("ab"_ns, NSAnchoredSearch), (NSRange{0, 2}));
-    EXPECT_EQ("abcab"_ns.rangeOfString_options("bc"_ns, NSAnchoredSearch), none);
-    EXPECT_EQ("abcab"_ns.rangeOfString_options("ab"_ns, NSAnchoredSearch | NSBackwardsSearch),
-              (NSRange{3, 2}));
-}
-
-TEST_F(NSStringTest, RangeOfStringInAnyCase) {
-    EXPECT_EQ("xABy"_ns.rangeOfString_options("ab"_ns, NSCaseInsensitiveSearch), (NSRange{1, 2}));
-    EXPECT_EQ("abAB"_ns.rangeOfString_options("aB"_ns, NSCaseInsensitiveSearch | NSBackwardsSearch),
-              (NSRange{2, 2}));
-}
-
-TEST_F(NSStringTest, RangeOfStringInAnyCaseFindsFoldedText) {
-    EXPECT_EQ(u"Stra\u00dfe"_ns.rangeOfString_options("SS"_ns, NSCaseInsensitiveSearch), (NSRange{4, 1}));
-    EXPECT_EQ(u"Stra\u00dfe"_ns.rangeOfString_options("sE"_ns, NSCaseInsensitiveSearch).length, 0u);
-    EXPECT_EQ(u"xe\u0301"_ns.rangeOfString_options(u"\u00c9"_ns, NSCaseInsensitiveSearch), (NSRange{1, 2}));
-}
-
-TEST_F(NSStringTest, RangeOfCharacterFromSet) {
-    const NSCharacterSet set = NSCharacterSet::characterSetWithCharactersInString("xy"_ns);
-    EXPECT_EQ("abyx"_ns.rangeOfCharacterFromSet(set), (NSRange{2, 1}));
-    EXPECT_EQ("ab"_ns.rangeOfCharacterFromSet(set), (NSRange{static_cast<NSUInteger>(NSNotFound), 0}));
-}
-
-TEST_F(NSStringTest, RangeOfCharacterFromSetTakesASurrogatePairAsOne) {
-    const NSCharacterSet set = NSCharacterSet::characterSetWithCharactersInString(u"\U0001F600"_ns);
-    EXPECT_EQ(u"a\U0001F600"_ns.rangeOfCharacterFromSet(set), (NSRange{1, 2}));
-}
-
 // ---- Copies and derived classes
-// ------------------------------------------------------------------------------------
 
 TEST_F(NSStringTest, CopyOfAnImmutableStringIsItself) {
     const NSString string(std::string("copied"));
@@ -428,89 +343,6 @@ TEST_F(NSStringTest, DerivedClassIsSearchedThroughThePrimitives) {
 TEST_F(NSStringTest, DerivedClassIsAnArgumentThroughThePrimitives) {
     EXPECT_EQ(text("x"_ns.stringByAppendingString(countedString(2, 2))), "xab");
     EXPECT_EQ(text(NSMutableString::stringWithString(countedString(3, 3))), "abc");
-}
-
-// ---- NSMutableString
-// -----------------------------------------------------------------------------------------------
-
-TEST_F(NSMutableStringTest, ClassOperationsGiveMutableStrings) {
-    const NSMutableString string = NSMutableString::string();
-    EXPECT_TRUE(string.isKindOfClass("NSMutableString"_class));
-    string.appendString("a"_ns);
-    EXPECT_EQ(text(string), "a");
-}
-
-TEST_F(NSMutableStringTest, AppendsAndWidens) {
-    const NSMutableString string = NSMutableString::stringWithString("a"_ns);
-    string.appendString("b"_ns);
-    string.appendString(u"\u20ac"_ns);
-    string.appendString("c"_ns);
-    EXPECT_EQ(text(string), "ab\u20acc");
-}
-
-TEST_F(NSMutableStringTest, AppendsItself) {
-    const NSMutableString string = NSMutableString::stringWithString("ab"_ns);
-    for (int times = 0; times < 5; ++times) string.appendString(string);
-    EXPECT_EQ(string.length(), 64u);
-    EXPECT_TRUE(string.hasSuffix("abab"_ns));
-}
-
-TEST_F(NSMutableStringTest, AppendsManyPieces) {
-    const NSMutableString string = NSMutableString::string();
-    for (int index = 0; index < 1000; ++index) string.appendFormat("%d,"_ns, index);
-    EXPECT_EQ(string.length(), 3890u);
-    EXPECT_TRUE(string.hasSuffix("998,999,"_ns));
-}
-
-TEST_F(NSMutableStringTest, InsertsDeletesAndReplaces) {
-    const NSMutableString string = NSMutableString::stringWithString("abcd"_ns);
-    string.insertString_atIndex("X"_ns, 2);
-    EXPECT_EQ(text(string), "abXcd");
-    string.deleteCharactersInRange({0, 2});
-    EXPECT_EQ(text(string), "Xcd");
-    string.replaceCharactersInRange_withString({1, 1}, "long"_ns);
-    EXPECT_EQ(text(string), "Xlongd");
-    string.replaceCharactersInRange_withString({0, 5}, u"\u20ac"_ns);
-    EXPECT_EQ(text(string), "\u20acd");
-    string.setString("new"_ns);
-    EXPECT_EQ(text(string), "new");
-}
-
-TEST_F(NSMutableStringTest, EditsBeyondTheEndRaise) {
-    const NSMutableString string = NSMutableString::stringWithString("abc"_ns);
-    EXPECT_THROWS_NAMED(string.insertString_atIndex("x"_ns, 4), "NSRangeException");
-    EXPECT_THROWS_NAMED(string.deleteCharactersInRange({2, 2}), "NSRangeException");
-    EXPECT_THROWS_NAMED(string.replaceCharactersInRange_withString({4, 0}, "x"_ns), "NSRangeException");
-    EXPECT_EQ(text(string), "abc");
-}
-
-TEST_F(NSMutableStringTest, NilArgumentsRaise) {
-    const NSMutableString string = NSMutableString::string();
-    EXPECT_THROWS_NAMED(string.appendString(nil), "NSInvalidArgumentException");
-    EXPECT_THROWS_NAMED(string.setString(nil), "NSInvalidArgumentException");
-    EXPECT_THROWS_NAMED(string.insertString_atIndex(nil, 0), "NSInvalidArgumentException");
-}
-
-TEST_F(NSMutableStringTest, HashFollowsTheEdits) {
-    const NSMutableString string = NSMutableString::stringWithString("ab"_ns);
-    EXPECT_EQ(string.hash(), "ab"_ns.hash());
-    string.appendString("c"_ns);
-    EXPECT_EQ(string.hash(), "abc"_ns.hash());
-}
-
-TEST_F(NSMutableStringTest, CopyDoesNotFollowTheEdits) {
-    const NSMutableString string = NSMutableString::stringWithString("ab"_ns);
-    const Retained<NSString> copy = adopt<NSString>(string.copy());
-    string.appendString("c"_ns);
-    EXPECT_EQ(text(copy), "ab");
-    EXPECT_FALSE(copy.isKindOfClass("NSMutableString"_class));
-}
-
-TEST_F(NSMutableStringTest, Utf8StringDoesNotFollowTheEdits) {
-    const NSMutableString string = NSMutableString::stringWithString("ab"_ns);
-    const char* bytes = string.UTF8String();
-    string.setString("xyz"_ns);
-    EXPECT_STREQ(bytes, "ab");
 }
 
 } // namespace

@@ -38,11 +38,11 @@ inline constexpr NSStringEncoding NSWindowsCP1250StringEncoding = 15;
 inline constexpr NSStringEncoding NSISO2022JPStringEncoding = 21;
 inline constexpr NSStringEncoding NSMacOSRomanStringEncoding = 30;
 
-// An index or a range beyond the end raises NSRangeException. A nil string to be compared
-// with, searched for or appended raises NSInvalidArgumentException (GNUstep appends nothing); isEqualToString
-// answers false for it. Searches answer the location NSNotFound for what is not there. Lengths and indexes
-// count 16-bit units. Results are autoreleased; what alloc and init give is the caller's. An immutable string
-// may be read on any number of threads at once.
+// An index or a range beyond the end raises NSRangeException. A nil string to be compared with, searched for
+// or appended raises NSInvalidArgumentException (GNUstep appends nothing); isEqualToString answers false for
+// it. Searches answer the location NSNotFound for what is not there. Lengths and indexes count 16-bit units.
+// Results are autoreleased; what alloc and init give is the caller's. An immutable string may be read on any
+// number of threads at once.
 class NSString : public Handle<NSString, "NSString", NSObject> {
 public:
     using Handle::Handle;

@@ -6,6 +6,7 @@
 #include "platform/embedded/foundation/KeyedCoding.h"
 #include "platform/embedded/runtime/StoredKind.h"
 
+#include <algorithm>
 #include <charconv>
 #include <string>
 #include <string_view>

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <string>
-#include <utility>
 
 namespace tessarin::embedded {
 namespace {
@@ -28,9 +27,8 @@ NSArray copyList(NSArray self, SEL, void*) {
 // ---- Making
 
 void setTitle(NSMenu self, SEL selector, NSString title) {
-    if (!title) raiseFrom(NSInvalidArgumentException(), self, selector, "nil argument");
-    Retained<NSString> copied = adopt(NSString(title.copy()));
-    std::swap(storageOf(self).title, copied);
+    rejectNil(title, self, selector);
+    storageOf(self).title = adopt(NSString(title.copy()));
 }
 
 NSMenu initWithTitle(NSMenu self, SEL selector, NSString title) {

@@ -9,10 +9,8 @@ namespace tessarin::embedded {
 namespace {
 
 void assignText(Retained<NSString>& kept, NSString text, NSMenuItem self, SEL selector) {
-    if (!text) raiseFrom(NSInvalidArgumentException(), self, selector, "nil argument");
-    // What it replaces is released last.
-    Retained<NSString> copied = adopt(NSString(text.copy()));
-    std::swap(kept, copied);
+    rejectNil(text, self, selector);
+    kept = adopt(NSString(text.copy()));
 }
 
 // ---- Making

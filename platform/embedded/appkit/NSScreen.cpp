@@ -2,6 +2,7 @@
 #include "platform/embedded/foundation/ArrayStorage.h"
 
 #include <mutex>
+#include <utility>
 
 namespace tessarin {
 namespace embedded {

@@ -30,6 +30,8 @@ WindowStorage& storageOf(NSWindow window) { return embedded::storageOf<WindowSto
 
 // ---- Frame and content
 
+// In points. No bar is drawn; a titled window has one so that its frame and its content differ as on a
+// screen.
 CGFloat titleBarHeight(NSWindowStyleMask style) {
     if (!(style & NSTitledWindowMask)) return 0;
     return style & NSUtilityWindowMask ? 16 : 28;

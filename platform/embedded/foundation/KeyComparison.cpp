@@ -13,9 +13,8 @@ namespace {
 // Whether a method answers an NSInteger and takes one object. Of a smaller result the rest of what is read
 // would be anything.
 bool isComparison(std::string_view encoding) {
-    constexpr std::string_view integers = "lq";
     constexpr std::string_view objects = "@#";
-    return encoding.size() == 4 && integers.find(encoding[0]) != integers.npos
+    return encoding.size() == 4 && encoding[0] == detail::integerLetter<NSInteger>()
            && objects.find(encoding[3]) != objects.npos;
 }
 

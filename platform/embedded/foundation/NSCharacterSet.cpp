@@ -33,7 +33,6 @@ void addLatin1(CharacterSetStorage& storage, Range range) {
 Retained<NSCharacterSet> newSet(Class self) { return adopt(send<NSCharacterSet>(self.alloc(), "init"_sel)); }
 
 // ---- Sets known beforehand
-// -----------------------------------------------------------------------------------------
 
 // Made once, of ranges that are constant, and kept.
 NSCharacterSet makeKept(std::span<const Range> ranges) {
@@ -67,7 +66,6 @@ NSCharacterSet decimalDigitCharacterSet(Class, SEL) {
 }
 
 // ---- Sets of a caller's choice
-// -------------------------------------------------------------------------------------
 
 NSCharacterSet characterSetWithCharactersInString(Class self, SEL selector, NSString characters) {
     rejectNil(characters, self, selector);
@@ -111,7 +109,6 @@ NSCharacterSet characterSetWithRange(Class self, SEL selector, NSRange range) {
 }
 
 // ---- Membership
-// ----------------------------------------------------------------------------------------------------
 
 BOOL characterIsMember(NSCharacterSet self, SEL, unichar unit) { return storageOfSet(self).contains(unit); }
 
@@ -123,7 +120,6 @@ BOOL longCharacterIsMember(NSCharacterSet self, SEL, std::uint32_t character) {
 }
 
 // ---- Comparing and deriving
-// ----------------------------------------------------------------------------------------
 
 // The members as ranges, sorted, none touching the next. A derived class's own are asked for one by one.
 std::vector<Range> membersOf(NSCharacterSet set) {

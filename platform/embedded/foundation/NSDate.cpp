@@ -1,7 +1,6 @@
 #include "platform/embedded/foundation/KeyedCoding.h"
 
 #include "TessarinPlatform/NSDate.h"
-#include "TessarinPlatform/NSException.h"
 #include "TessarinPlatform/Retained.h"
 
 #include <bit>
@@ -90,7 +89,7 @@ NSDate dateByAddingTimeInterval(NSDate self, SEL, NSTimeInterval seconds) {
 // ---- Comparing
 
 NSComparisonResult compare(NSDate self, SEL selector, NSDate other) {
-    if (!other) raiseFrom(NSInvalidArgumentException(), self, selector, "nil argument");
+    rejectNil(other, self, selector);
     const NSTimeInterval difference =
         self.timeIntervalSinceReferenceDate() - other.timeIntervalSinceReferenceDate();
     if (difference < 0) return NSOrderedAscending;

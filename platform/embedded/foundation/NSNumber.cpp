@@ -1,8 +1,6 @@
 #include "platform/embedded/foundation/KeyedCoding.h"
 #include "platform/embedded/foundation/NumberValue.h"
 
-#include "TessarinPlatform/NSException.h"
-
 #include <array>
 
 namespace tessarin::embedded {
@@ -186,7 +184,7 @@ BOOL isEqual(NSNumber self, SEL selector, NSObject other) {
 }
 
 NSComparisonResult compare(NSNumber self, SEL selector, NSNumber other) {
-    if (!other) raiseFrom(NSInvalidArgumentException(), self, selector, "nil argument");
+    rejectNil(other, self, selector);
     return compareNumbers(valueOf(self), valueOf(other));
 }
 

@@ -16,7 +16,6 @@ namespace {
 constexpr auto notFound = static_cast<std::size_t>(NSNotFound);
 
 // ---- Home directories
-// ----------------------------------------------------------------------------------------------
 
 #if defined(_WIN32)
 constexpr const char* homeVariable = "USERPROFILE";
@@ -57,7 +56,6 @@ NSString homeOfAccount(StringView name) {
 }
 
 // ---- Slashes
-// -------------------------------------------------------------------------------------------------------
 
 bool isSlash(char16_t unit) { return unit == '/'; }
 
@@ -102,7 +100,6 @@ std::size_t dotOfExtension(StringView path) {
 }
 
 // ---- Components
-// ----------------------------------------------------------------------------------------------------
 
 // A tilde counts as absolute although nothing is expanded here.
 BOOL isAbsolutePath(NSString self, SEL) {

@@ -133,7 +133,6 @@ std::size_t findLast(StringView text, StringView searched) {
 }
 
 // ---- Prefixes and searching
-// ----------------------------------------------------------------------------------------
 
 // An empty prefix or suffix answers NO, which is meant: the platform looks for it and finds nothing.
 BOOL hasPrefix(NSString self, SEL selector, NSString prefix) {
@@ -183,7 +182,6 @@ NSRange rangeOfCharacterFromSet(NSString self, SEL selector, NSCharacterSet set)
 }
 
 // ---- Splitting and trimming
-// ----------------------------------------------------------------------------------------
 
 // What stands between the separators, empty parts included; the whole string when there are none.
 NSArray partsBetween(NSString self, StringView text, const std::vector<NSRange>& separators) {

@@ -18,7 +18,6 @@ namespace tessarin::embedded {
 namespace {
 
 // ---- Creation
-// ------------------------------------------------------------------------------------------------------
 
 // An immutable string is made in one piece with its units. What alloc answers only stands for the string that
 // the initialiser will make.
@@ -143,7 +142,6 @@ id copyWithZone(NSString self, SEL, void*) { return retain(self).leak(); }
 id mutableCopyWithZone(NSString self, SEL, void*) { return NSMutableString::alloc().initWithString(self); }
 
 // ---- Units
-// ---------------------------------------------------------------------------------------------------------
 
 void getCharacters(NSString self, SEL selector, unichar* buffer, NSRange range) {
     if (const StringStorage* storage = directStorage(self)) {
@@ -180,17 +178,10 @@ NSUInteger hash(NSString self, SEL) {
 NSString description_(NSString self, SEL) { return self; }
 
 // ---- Encodings
-// -----------------------------------------------------------------------------------------------------
-
-bool isAscii(StringView units) {
-    return units.visit([](auto span) {
-        return std::all_of(span.begin(), span.end(), [](char16_t unit) { return unit < 0x80; });
-    });
-}
 
 const char* UTF8String(NSString self, SEL) {
     const Contents contents = contentsOf(self);
-    if (isExactlyString(self) && !contents.isWide() && isAscii(contents)) {
+    if (isExactlyString(self) && isAscii(contents)) {
         // The units are the bytes already, with a zero behind them, and stay as long as the string does.
         retain(self).autorelease();
         return reinterpret_cast<const char*>(contents.narrow());
@@ -241,7 +232,6 @@ NSData dataUsingEncoding(NSString self, SEL, NSStringEncoding encoding) {
 }
 
 // ---- Parts
-// ---------------------------------------------------------------------------------------------------------
 
 NSString part(NSString self, StringView contents, NSRange range) {
     if (range.length == contents.length() && isExactlyString(self)) return retain(self).autorelease();
@@ -297,7 +287,6 @@ NSString stringByAppendingFormat(NSString self, SEL selector, NSString format, .
 }
 
 // ---- Letter case
-// ---------------------------------------------------------------------------------------------------
 
 // A capital sigma that ends a word has a small form of its own.
 bool endsWord(StringView text, std::size_t index) {

@@ -27,13 +27,6 @@ std::size_t commonPrefixLength(std::span<const StringView> texts) {
 
 } // namespace
 
-bool isAscii(StringView text) {
-    if (text.isWide()) return false;
-    unsigned all = 0;
-    for (std::size_t index = 0; index < text.length(); ++index) all |= text.narrow()[index];
-    return all < 0x80;
-}
-
 std::vector<std::uint64_t> ranksOfTexts(std::span<const StringView> texts) {
     const std::size_t common = commonPrefixLength(texts);
     std::vector<std::uint64_t> ranks;

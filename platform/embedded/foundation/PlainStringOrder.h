@@ -8,8 +8,6 @@
 
 namespace tessarin::embedded {
 
-bool isAscii(StringView text);
-
 // Numbers in the order of texts of ASCII, as far as eight bytes of each can tell: what a text has in common
 // with all others is left out, since names that belong together often begin alike. Equal numbers say nothing.
 std::vector<std::uint64_t> ranksOfTexts(std::span<const StringView> texts);

@@ -51,6 +51,10 @@ bool fitsNarrow(std::span<const char16_t> units) {
 }
 void StringView::copyTo(char16_t* units) const { copyUnits(*this, units, true, 0); }
 
+bool isAscii(StringView units) {
+    return !units.isWide() && utf8::isAscii({reinterpret_cast<const char*>(units.narrow()), units.length()});
+}
+
 bool equalUnits(StringView left, StringView right) {
     if (left.length() != right.length()) return false;
     if (left.isEmpty()) return true;

@@ -73,6 +73,8 @@ private:
 // Whether all units are Latin-1's.
 bool fitsNarrow(std::span<const char16_t> units);
 
+// Whether all units are of ASCII, kept in 8 bits each.
+bool isAscii(StringView units);
 bool equalUnits(StringView left, StringView right);
 // By unit value; the shorter of two that agree comes first.
 NSComparisonResult compareUnits(StringView left, StringView right);
@@ -186,11 +188,6 @@ NSArray substrings(StringView text, const std::vector<NSRange>& ranges);
 std::string describe(NSRange range);
 // Raises unless the range is within bounds.
 void checkRange(NSRange range, std::size_t length, NSObject self, SEL selector);
-// Raises when an argument is nil that may not be.
-inline void rejectNil(NSObject argument, NSObject self, SEL selector) {
-    if (!argument) [[unlikely]]
-        raiseFrom(NSInvalidArgumentException(), self, selector, "nil argument");
-}
 
 // Rows of NSString's table, in the file of each subject.
 std::vector<MethodRow> stringComparisonMethods();

@@ -82,4 +82,11 @@ std::string addressText(NSObject object);
 // *** -[NSArray objectAtIndex:]: index 9 beyond bounds [0 .. 2]
 [[noreturn]] void raiseFrom(NSString name, NSObject receiver, SEL selector, std::string_view reason);
 
+// Raises NSInvalidArgumentException where an argument is nil that may not be.
+[[noreturn]] void raiseNilArgument(NSObject receiver, SEL selector);
+inline void rejectNil(NSObject argument, NSObject receiver, SEL selector) {
+    if (!argument) [[unlikely]]
+        raiseNilArgument(receiver, selector);
+}
+
 } // namespace tessarin::embedded

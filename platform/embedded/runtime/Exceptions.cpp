@@ -31,6 +31,10 @@ void raiseFrom(NSString name, NSObject receiver, SEL selector, std::string_view 
     raise(name, NSString(text));
 }
 
+void raiseNilArgument(NSObject receiver, SEL selector) {
+    raiseFrom(NSInvalidArgumentException(), receiver, selector, "nil argument");
+}
+
 } // namespace embedded
 
 void raise(NSString name, NSString reason) {

@@ -12,7 +12,7 @@
 namespace tessarin::embedded {
 namespace {
 
-// ---- Class methods ----
+// ---- Class methods
 
 id alloc(Class self, SEL) { return send<id>(self, "allocWithZone:"_sel, static_cast<void*>(nullptr)); }
 id allocWithZone(Class self, SEL, void*) { return id(NSObject(createInstance(self))); }
@@ -38,7 +38,7 @@ BOOL classConformsToProtocol(Class self, SEL, Protocol protocol) {
 // A class is its own copy, so that it can be a dictionary's key.
 id copyClass(Class self, SEL, void*) { return self; }
 
-// ---- Instance methods ----
+// ---- Instance methods
 
 id init(NSObject self, SEL) { return self; }
 void dealloc(NSObject self, SEL) { disposeInstance(self.object()); }
@@ -113,7 +113,7 @@ NSUInteger retainCount(NSObject self, SEL) {
     return references < 0 ? std::numeric_limits<NSUInteger>::max() : static_cast<NSUInteger>(references);
 }
 
-// ---- Protocol ----
+// ---- Protocol
 
 NSString protocolDescription(Protocol self, SEL) { return NSString(protocolName(self.object())); }
 
