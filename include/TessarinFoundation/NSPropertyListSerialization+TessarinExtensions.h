@@ -21,7 +21,8 @@
 #    include "TessarinPlatform/NSPropertyListSerialization.h"
 
 // A property list that stands for a value. The value itself, unchanged and not copied, when it is a property
-// list that XML can hold: a string, number, date or data object, or an array or dictionary of such. Otherwise
+// list that XML can hold: a string, number, date or data object, or an array or dictionary of such, a
+// dictionary with strings for its keys. Otherwise
 // what the value answers to the first of these that it responds to: configuration, propertyList,
 // tessarin_configuration; as it is when that is a property list, and nil when it is not. nil for nil, and for
 // a value that responds to none of the three.
@@ -47,14 +48,14 @@ tessarin::id tessarin_propertyListForValue(tessarin::NSObject value) {
 
 // A new property list, autoreleased, that is equal to the first argument and whose arrays and dictionaries,
 // at every depth, are mutable. Strings and data in it are immutable, also where they were not; integers are
-// 64 bits wide; everything else is as it was. An array or dictionary that stands in several places of the
-// original is another one in each place of the copy.
+// 64 bits wide (GNUstep keeps an int where they fit); everything else is as it was. An array or dictionary
+// that stands in several places of the original is another one in each place of the copy.
 //
-// nil, and an error through `error` unless that is null, for what is no property list: nil, other objects,
-// keys that are no strings, containers inside themselves (code 3851; 3852 for nil); and for containers nested
-// more than 512 deep (3840, as the platform's reader gives). Where the platform does not refuse by itself a
-// list whose shared containers would make the copy more than 16 times as large as the original, and more than
-// 2^20 objects larger, such a list gives 3840 too.
+// nil, and an autoreleased error of NSCocoaErrorDomain through `error` unless that is null, for what is no
+// property list: nil, other objects, keys that are no strings, containers inside themselves (code 3851; 3852
+// for nil); and for containers nested more than 512 deep (3840, as the platform's reader gives). Where the
+// platform does not refuse by itself a list whose shared containers would make the copy more than 16 times as
+// large as the original, and more than 2^20 objects larger, such a list gives 3840 too.
 //
 //   NSMutableDictionary settings = tessarin_propertyListWithMutableContainers_error(defaults, &error);
 TESSARIN_EXPORT tessarin::id tessarin_propertyListWithMutableContainers_error(tessarin::NSObject propertyList,

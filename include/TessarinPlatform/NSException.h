@@ -27,8 +27,7 @@ inline NSString NSGenericException() { return "NSGenericException"_ns; }
 inline NSString NSInternalInconsistencyException() { return "NSInternalInconsistencyException"_ns; }
 inline NSString NSInvalidArgumentException() { return "NSInvalidArgumentException"_ns; }
 inline NSString NSRangeException() { return "NSRangeException"_ns; }
-inline NSString NSUndefinedKeyException() {
-    return "NSUnknownKeyException"_ns;
-} // its value differs from its name
+// Its value differs from its name.
+inline NSString NSUndefinedKeyException() { return "NSUnknownKeyException"_ns; }
 
 } // namespace tessarin

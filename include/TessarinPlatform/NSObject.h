@@ -1,9 +1,5 @@
-// The handle of any object, and what every object answers.
-//
-// A handle is one pointer wide, owns nothing and may be nil. Calling through a nil handle is defined: the
-// answer is nil, NO, zero, 0.0 or all zeros. Member functions are messages; a name is the selector with each
-// inner colon written `_` and the last colon dropped (isKindOfClass: -> isKindOfClass). `class`, a word of
-// the language, is written class_.
+// What every object answers. The class of the handle, and how handles behave, stand in
+// detail/NSObject-class.h.
 #pragma once
 
 #include "TessarinPlatform/Send.h"
