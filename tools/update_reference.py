@@ -13,6 +13,7 @@ import sys
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 HEADERS = ROOT / "include" / "TessarinFoundation"
 ROOMS = ["audio", "collections", "strings", "values", "configurations", "interface"]
+OWN_CLASSES_TESTS = ["values", "concurrency"]
 REFERENCE = ROOT / "docs" / "reference.md"
 FORMATS = ROOT / "tools" / "stored_formats.tsv"
 
@@ -83,7 +84,10 @@ class Project:
         return relative(found[0]) if found else ""
 
     def tests_of(self, what, pattern, first, owner=""):
-        found = self.naming(self.tests, pattern)
+        # The names of a class's own operations are words such as lock, which other tests use too.
+        tests = {path: text for path, text in self.tests.items()
+                 if not owner.startswith("TSSR") or path.parent.name in OWN_CLASSES_TESTS}
+        found = self.naming(tests, pattern)
         if not found:
             self.problems.append(f"{what} is named by no test")
         found.sort(key=lambda path: (path.stem.split("_")[0] != first, owner_of(path) != owner, relative(path)))
@@ -104,6 +108,19 @@ class Project:
                 yield Operation(owner, sign + selector, name, header.name,
                                 self.source_of(what, rf'"{re.escape(selector)}"', owner),
                                 self.tests_of(what, rf"\b{name}\b", header.stem, owner))
+
+    def inherited(self, declared):
+        """What the library's own classes answer in their own way, and inherit the declaration of."""
+        definition = re.compile(r'ClassDefinition \w+\{\s*\{\.name = "(\w+)"(.*?)\}\}\};', re.S)
+        for path, text in self.sources.items():
+            for owner, body in definition.findall(text):
+                for selector in re.findall(r'instanceMethod\(\s*"([^"]+)"', body):
+                    if selector == "dealloc" or (owner, "-" + selector) in declared:
+                        continue
+                    name = "copy" if selector == "copyWithZone:" else cpp_name(selector)
+                    what = f"-[{owner} {selector}]"
+                    yield Operation(owner, "-" + selector, name, owner + ".h", relative(path),
+                                    self.tests_of(what, rf"\b{name}\(", owner, owner))
 
     def symbols(self, header):
         text = without_comments(read(header))
@@ -152,7 +169,8 @@ def document(symbols, operations, formats):
     yield "# Reference"
     yield ""
     yield "The whole interface, one row each, written by `tools/update_reference.py` from the public headers, which say"
-    yield "what each operation does. `-` marks what instances answer, `+` what the class itself answers."
+    yield "what each operation does, and from the tables of the library's own classes. `-` marks what instances answer,"
+    yield "`+` what the class itself answers."
     yield ""
     yield f"{sum(s.kind == 'function' for s in symbols)} functions, {sum(s.kind == 'constant' for s in symbols)} constant,"
     extensions = [o for o in operations if not o.owner.startswith("TSSR")]
@@ -185,6 +203,8 @@ def main():
     headers = sorted(HEADERS.glob("*.h"))
     symbols = [symbol for header in headers for symbol in project.symbols(header)]
     operations = [operation for header in headers for operation in project.operations(header)]
+    operations += project.inherited({(operation.owner, operation.selector) for operation in operations})
+    operations.sort(key=lambda operation: operation.owner)
     formats = list(project.formats())
     project.undeclared(operations)
     text = "\n".join(document(symbols, operations, formats)) + "\n"

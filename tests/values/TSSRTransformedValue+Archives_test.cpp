@@ -180,6 +180,14 @@ TEST_F(TransformedValueArchiveTest, WithoutEitherKeyThereIsNoValue) {
     EXPECT_EQ(decoded.transformedValue(), nil);
 }
 
+TEST_F(TransformedValueArchiveTest, TheObjectItselfIsNotTakenForItsValue) {
+    const TSSRTransformedValue allocated = TSSRTransformedValue::alloc();
+    coder.put(allocated, descriptionKey());
+    const Retained<TSSRTransformedValue> decoded = adopt(allocated.initWithCoder(coder));
+    EXPECT_EQ(decoded.transformedValue(), nil);
+    EXPECT_EQ(decoded.intValue(), 0);
+}
+
 TEST_F(TransformedValueArchiveTest, RetainsWhatItReads) {
     const Retained<NSMutableString> name = adopt(NSMutableString::alloc().initWithString("Name"_ns));
     const Retained<NSMutableString> value = adopt(NSMutableString::alloc().initWithString("value"_ns));
