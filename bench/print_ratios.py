@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Prints the ratios that targets.tsv asks for, of the medians over all runs.
+"""Prints the ratios that targets.tsv asks for, of the medians over all runs, as tables in Markdown.
 
     print_ratios.py targets.tsv embedded=run1.json native=run1.json embedded=run2.json ...
 """
@@ -25,12 +25,10 @@ def medians(arguments):
     return {name: statistics.median(values) for name, values in times.items()}
 
 
-def verdict(kind, limit, ratio):
+def verdict(kind, limit, value):
     if kind == "figure":
         return ""
-    value = math.log10(ratio) if kind == "exponent" else ratio
-    word = "pass" if value <= float(limit) else "miss"
-    return (word if kind == "goal" else word.upper()) + f" ({kind} {limit})"
+    return f"{limit}{' as a goal' if kind == 'goal' else ''}, {'met' if value <= float(limit) else '**missed**'}"
 
 
 def readable(nanoseconds):
@@ -40,23 +38,27 @@ def readable(nanoseconds):
     return f"{nanoseconds:.4g} ns"
 
 
+def row(kind, limit, ours, rival, times):
+    """Our time, the rival's, how they compare, and what that says."""
+    if ours not in times or (rival != "-" and rival not in times):
+        return "", "", "", "not measured"
+    if rival == "-":
+        return readable(times[ours]), "", "", ""
+    ratio = times[ours] / times[rival]
+    value = math.log10(ratio) if kind == "exponent" else ratio
+    shown = f"10^{value:.3f}" if kind == "exponent" else f"{value:.2f}"
+    return readable(times[ours]), readable(times[rival]), shown, verdict(kind, limit, value)
+
+
 def main():
     times = medians(sys.argv[2:])
-    print(f"{'ours':>10} {'rival':>10} {'ratio':>9}  ")
     for line in open(sys.argv[1], encoding="utf-8"):
-        if line.startswith("#"):
-            continue
-        kind, limit, ours, rival, meaning = line.rstrip("\n").split("\t")
-        if ours not in times or (rival != "-" and rival not in times):
-            print(f"{'':>10} {'':>10} {'':>9}  {meaning}: not measured")
-            continue
-        if rival == "-":
-            print(f"{readable(times[ours]):>10} {'':>10} {'':>9}  {meaning}")
-            continue
-        ratio = times[ours] / times[rival]
-        shown = f"10^{math.log10(ratio):.3f}" if kind == "exponent" else f"{ratio:.2f}"
-        print(f"{readable(times[ours]):>10} {readable(times[rival]):>10} {shown:>9}  {meaning}"
-              f"  {verdict(kind, limit, ratio)}".rstrip())
+        if line.startswith("## "):
+            print(f"\n#{line}\n| What | Against | Ours | Theirs | Ratio | Limit |\n|---|---|---|---|---|---|")
+        elif not line.startswith("#"):
+            kind, limit, ours, rival, meaning = line.rstrip("\n").split("\t")
+            what, _, whom = meaning.partition(" : ")
+            print("| " + " | ".join((what, whom, *row(kind, limit, ours, rival, times))) + " |")
 
 
 if __name__ == "__main__":

@@ -30,7 +30,7 @@ def main():
             stale.append(page.relative_to(ROOT).as_posix())
             if not check:
                 page.write_text(updated, encoding="utf-8")
-    guides = {path.relative_to(ROOT).as_posix() for path in (ROOT / "examples" / "guides").glob("*.cpp")}
+    guides = {path.relative_to(ROOT).as_posix() for path in (ROOT / "examples" / "guides").glob("*.[cm]*")}
     for example in sorted(guides - shown):
         print(f"{example} is shown by no page", file=sys.stderr)
     if check and stale:
