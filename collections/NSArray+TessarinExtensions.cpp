@@ -141,15 +141,16 @@ void addIndexesByEquality(NSMutableIndexSet indexes, NSArray receiver, NSArray a
     EqualityIndex positions(receiver, array);
     positions.reserveFor(receiver);
     positions.append(receiver);
-    // They are gathered first, since the index sets of some platforms take long for indexes that do not
+    // Many are gathered first, since the index sets of some platforms take long for indexes that do not
     // ascend.
-    std::vector<bool> isFound(positions.objects().size());
+    const NSUInteger count = positions.objects().size();
+    std::vector<bool> isFound(count > fewComparisons ? count : 0);
     const auto add = [&](NSObject, NSUInteger index) {
         if (index == notFound) raiseNotContained(receiver);
         if (index < isFound.size())
             isFound[index] = true;
         else
-            indexes.addIndex(index); // of an object whose comparing has added to the receiver
+            indexes.addIndex(index);
     };
     positions.findEach(array, add, [&](NSObject object) { return receiver.indexOfObject(object); });
     addRuns(indexes, isFound);
