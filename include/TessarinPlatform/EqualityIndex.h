@@ -68,7 +68,7 @@ private:
     template <class Take>
     void takeValuesAhead(FastEnumerator& walk, Take&& take);
     bool readsAhead() const;
-    void fetchAhead(std::span<const Sought> values) const;
+    void fetchCandidates(std::span<const Sought> values) const;
     Sought sought(NSObject object);
     void append(Sought object);
     bool appendIfMissing(Sought object);

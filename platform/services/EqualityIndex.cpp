@@ -83,9 +83,10 @@ void EqualityIndex::takeValuesAhead(FastEnumerator& walk, Take&& take) {
     for (; count < most && walk != std::default_sentinel; ++walk) {
         const NSUInteger hash = hashOfValue(*walk);
         if (hash == 0) break;
+        slots_->fetchAhead(hash);
         values[count++] = {*walk, hash};
     }
-    fetchAhead({values, count});
+    fetchCandidates({values, count});
     for (const Sought value : std::span(values, count)) take(value);
     if (count < most && walk != std::default_sentinel) takeNext(walk, take);
 }
@@ -96,11 +97,10 @@ bool EqualityIndex::readsAhead() const {
     return slots_ && slots_->capacity() >= manyObjects && others_.empty() && areOfThePlatform_;
 }
 
-void EqualityIndex::fetchAhead(std::span<const Sought> values) const {
-    for (const Sought value : values) slots_->fetchAhead(value.hash);
+void EqualityIndex::fetchCandidates(std::span<const Sought> values) const {
     for (const Sought value : values) {
         slots_->find(value.hash, [&](NSUInteger position) {
-            tessarin::fetchAhead(objects_[position]);
+            fetchAhead(objects_[position]);
             return true;
         });
     }
