@@ -62,7 +62,7 @@ TEST(PositionSlotsTest, HashesOfIntegersRarelyOfferOtherPositions) {
 }
 
 TEST(PositionSlotsTest, RefusesMorePositionsThanItsSlotsCanHold) {
-    EXPECT_THROW(PositionSlots(std::numeric_limits<std::uint32_t>::max()), std::length_error);
+    EXPECT_THROW(PositionSlots{std::numeric_limits<std::uint32_t>::max()}, std::length_error);
 }
 
 } // namespace
