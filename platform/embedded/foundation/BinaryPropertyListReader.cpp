@@ -107,12 +107,12 @@ private:
     const PropertyListObjects objects_;
     const Object* const stringClass_ = NSString::classObject().object();
     Trailer trailer_{};
-    // What was read before, by number; null for what each place has its own of. The containers that are made
-    // hold it.
+    // What was read before, by number; null for what each place has its own of. It is held by the items and
+    // by the containers made of them.
     std::vector<Object*> known_;
     std::vector<OpenContainer> open_;
     std::vector<Retained<NSObject>> items_; // of all open containers
-    // What equal keys have left out of their dictionaries, and what else is known may be it.
+    // What equal keys have left out of their dictionaries, held since other places may refer to it.
     std::vector<Retained<NSObject>> leftOut_;
     std::array<Model, 16> models_{};
     std::size_t followedCount_ = 0; // references
