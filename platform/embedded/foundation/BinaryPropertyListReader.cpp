@@ -146,6 +146,7 @@ void Reader::tryOut() {
 
 void Reader::readAll() {
     known_.resize(trailer_.objectCount);
+    items_.reserve(std::min<std::size_t>(trailer_.objectCount, 1024));
     readObject(trailer_.topObject, false);
     while (!open_.empty()) {
         if (!readContents()) continue;
