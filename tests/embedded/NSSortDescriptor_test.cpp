@@ -116,6 +116,25 @@ TEST_F(EmbeddedSortDescriptorTest, NumbersThatADoubleRoundsAreComparedExactlyAnd
     EXPECT_EQ(sorted(false), (Texts{"a", "c", "a", "b"}));
 }
 
+TEST_F(EmbeddedSortDescriptorTest, NilStandsFirstAmongWhatIsTheSame) {
+    const NSMutableArray items = NSMutableArray::array();
+    for (const char* const name : {"b", "", "a", "", "c"}) {
+        const NSMutableDictionary item = NSMutableDictionary::dictionary();
+        item.setObject_forKey(NSNumber::numberWithInt(1), "group"_ns);
+        if (*name != 0) item.setObject_forKey(NSString(name), "name"_ns);
+        items.addObject(item);
+    }
+    const auto sorted = [&](bool ascending) {
+        Texts names;
+        for (const NSObject item : NSArray(items.sortedArrayUsingDescriptors(
+                 NSArray::arrayOf(by("group"_ns), by("name"_ns, ascending)))))
+            names.push_back(text(item.valueForKey("name"_ns)));
+        return names;
+    };
+    EXPECT_EQ(sorted(true), (Texts{"(nil)", "(nil)", "a", "b", "c"}));
+    EXPECT_EQ(sorted(false), (Texts{"c", "b", "a", "(nil)", "(nil)"}));
+}
+
 TEST_F(EmbeddedSortDescriptorTest, AnyNumberOfDescriptors) {
     const NSMutableArray descriptors = NSMutableArray::array();
     for (int index = 0; index < 100'000; ++index) descriptors.addObject(by("length"_ns));

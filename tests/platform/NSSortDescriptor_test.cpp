@@ -351,12 +351,12 @@ TEST_F(DescriptorSortingTest, ManyTextsThatBeginAlikeAreToldApart) {
     EXPECT_EQ(texts(words.sortedArrayUsingDescriptors(NSArray::arrayOf(by("self"_ns)))), expected);
 }
 
-TEST_F(DescriptorSortingTest, ValuesOfSeveralKindsAmongWhatIsTheSame) {
-    const NSArray some = NSArray::arrayOf(track("b"_ns, 2), track("\u00E9"_ns, 1), track(nil, 1),
+TEST_F(DescriptorSortingTest, TextsOfSeveralKindsAmongWhatIsTheSame) {
+    const NSArray some = NSArray::arrayOf(track("b"_ns, 2), track("\u00E9"_ns, 1), track("\u0142"_ns, 1),
                                           track("e"_ns, 1), track("a"_ns, 2));
-    EXPECT_EQ(sortedNames(some, by("length"_ns), by("name"_ns)), (Texts{"(nil)", "e", "\u00E9", "a", "b"}));
+    EXPECT_EQ(sortedNames(some, by("length"_ns), by("name"_ns)), (Texts{"e", "\u00E9", "\u0142", "a", "b"}));
     EXPECT_EQ(sortedNames(some, by("length"_ns), by("name"_ns, false)),
-              (Texts{"\u00E9", "e", "(nil)", "b", "a"}));
+              (Texts{"\u0142", "\u00E9", "e", "b", "a"}));
 }
 
 // ---- Comparisons of an application's own
