@@ -12,7 +12,8 @@ NANOSECONDS = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
 
 
 def medians(arguments):
-    times = {}
+    """The median times by name, and the median times for an item where a benchmark counts items."""
+    times, item_times = {}, {}
     for argument in arguments:
         platform, _, path = argument.partition("=")
         with open(path, encoding="utf-8") as file:
@@ -22,13 +23,15 @@ def medians(arguments):
                 name = ("native:" if platform == "native" else "") + run["run_name"]
                 # Processor time: the machine's other work does not count.
                 times.setdefault(name, []).append(run["cpu_time"] * NANOSECONDS[run["time_unit"]])
-    return {name: statistics.median(values) for name, values in times.items()}
+                if "items_per_second" in run:
+                    item_times.setdefault(name, []).append(NANOSECONDS["s"] / run["items_per_second"])
+    return [{name: statistics.median(values) for name, values in each.items()} for each in (times, item_times)]
 
 
-def verdict(kind, limit, value):
+def verdict(kind, limit, is_met):
     if kind == "figure":
         return ""
-    return f"{limit}{' as a goal' if kind == 'goal' else ''}, {'met' if value <= float(limit) else '**missed**'}"
+    return f"{limit}{' as a goal' if kind == 'goal' else ''}, {'met' if is_met else '**missed**'}"
 
 
 def readable(nanoseconds):
@@ -38,27 +41,31 @@ def readable(nanoseconds):
     return f"{nanoseconds:.4g} ns"
 
 
-def row(kind, limit, ours, rival, times):
+def row(kind, limit, ours, rival, times, item_times):
     """Our time, the rival's, how they compare, and what that says."""
     if ours not in times or (rival != "-" and rival not in times):
         return "", "", "", "not measured"
+    if kind == "item":
+        each = item_times[ours]
+        return readable(times[ours]), "", f"{each:.2f} ns", verdict(kind, f"{limit} ns", each <= float(limit))
     if rival == "-":
         return readable(times[ours]), "", "", ""
     ratio = times[ours] / times[rival]
     value = math.log10(ratio) if kind == "exponent" else ratio
     shown = f"10^{value:.3f}" if kind == "exponent" else f"{value:.2f}"
-    return readable(times[ours]), readable(times[rival]), shown, verdict(kind, limit, value)
+    is_met = kind == "figure" or value <= float(limit)
+    return readable(times[ours]), readable(times[rival]), shown, verdict(kind, limit, is_met)
 
 
 def main():
-    times = medians(sys.argv[2:])
+    times, item_times = medians(sys.argv[2:])
     for line in open(sys.argv[1], encoding="utf-8"):
         if line.startswith("## "):
             print(f"\n#{line}\n| What | Against | Ours | Theirs | Ratio | Limit |\n|---|---|---|---|---|---|")
         elif not line.startswith("#"):
             kind, limit, ours, rival, meaning = line.rstrip("\n").split("\t")
             what, _, whom = meaning.partition(" : ")
-            print("| " + " | ".join((what, whom, *row(kind, limit, ours, rival, times))) + " |")
+            print("| " + " | ".join((what, whom, *row(kind, limit, ours, rival, times, item_times))) + " |")
 
 
 if __name__ == "__main__":

@@ -10,7 +10,6 @@
 #include "TessarinPlatform/ValueComparison.h"
 
 #include <algorithm>
-#include <optional>
 #include <vector>
 
 using namespace tessarin;
@@ -35,10 +34,10 @@ NSArray arrayOf(std::span<const NSObject> objects) {
 NSArray arrayByMergingWithArray_receiverFirst(NSArray self, SEL, NSArray array, BOOL receiverFirst) {
     const NSArray base = receiverFirst != NO ? self : array;
     const NSArray added = receiverFirst != NO ? array : self;
-    EqualityIndex merged({base, added});
-    merged.reserve(base.count() + added.count());
-    for (const NSObject item : base) merged.append(item);
-    for (const NSObject item : added) merged.appendIfMissing(item);
+    EqualityIndex merged(base, added);
+    merged.reserveFor(base, added);
+    merged.append(base);
+    merged.appendMissing(added);
     return arrayOf(merged.objects());
 }
 
@@ -63,7 +62,7 @@ NSArray arrayWithObjectsPassingTest_options(NSArray self, SEL, Predicate predica
 }
 
 // Above this number of comparisons it pays to look at all objects of an array first.
-constexpr NSUInteger fewComparisons = 64;
+constexpr NSUInteger fewComparisons = 32;
 
 bool takesFewComparisons(NSUInteger searches, NSUInteger count) {
     return count == 0 || searches <= fewComparisons / count;
@@ -77,12 +76,14 @@ NSArray arrayByRemovingObjectsInArray(NSArray self, SEL, NSArray array) {
     }
     // Comparing may be the items' own code: what is walked is what nobody can change.
     const Retained<NSArray> items = adopt(NSArray(self.copy()));
-    EqualityIndex removed({items, array}, EqualityIndex::Asked::appended);
-    removed.reserve(array.count());
-    for (const NSObject item : array) removed.append(item);
+    EqualityIndex removed(items, array, EqualityIndex::Asked::appended);
+    removed.reserveFor(array);
+    removed.append(array);
     std::vector<NSObject> remaining;
-    for (const NSObject item : items)
-        if (!removed.contains(item)) remaining.push_back(item);
+    remaining.reserve(items.count());
+    removed.findEach(items, [&](NSObject item, NSUInteger position) {
+        if (position == notFound) remaining.push_back(item);
+    });
     return arrayOf(remaining);
 }
 
@@ -106,26 +107,6 @@ id objectWithValue_forKeyPath(NSArray self, SEL, NSObject value, NSString keyPat
     return nil;
 }
 
-// Answers what an array's indexOfObject: does, for the objects of another.
-class ObjectPositions {
-public:
-    ObjectPositions(NSArray array, NSArray searched) : array_(array) {
-        if (takesFewComparisons(searched.count(), array.count()) || !searchesByEquality(array)) return;
-        index_.emplace({array, searched});
-        index_->reserve(array.count());
-        for (const NSObject item : array) index_->append(item);
-    }
-
-    bool areIndexed() const { return index_.has_value(); }
-    NSUInteger of(NSObject object) {
-        return index_ && comparesAsValue(object) ? index_->positionOf(object) : array_.indexOfObject(object);
-    }
-
-private:
-    NSArray array_;
-    std::optional<EqualityIndex> index_;
-};
-
 // The looked-up text is a format, so that its %% is a percent sign.
 [[noreturn]] void raiseNotContained(NSArray receiver) {
     const NSString key = "One or more of passed objects is not contained in receiver."_ns;
@@ -138,27 +119,49 @@ void addRuns(NSMutableIndexSet set, const std::vector<bool>& isMember) {
     const auto end = isMember.end();
     for (auto run = std::find(isMember.begin(), end, true); run != end;) {
         const auto runEnd = std::find(run, end, false);
-        set.addIndexesInRange(
-            {static_cast<NSUInteger>(run - isMember.begin()), static_cast<NSUInteger>(runEnd - run)});
+        const auto first = static_cast<NSUInteger>(run - isMember.begin());
+        const auto length = static_cast<NSUInteger>(runEnd - run);
+        if (length == 1)
+            set.addIndex(first);
+        else
+            set.addIndexesInRange({first, length});
         run = std::find(runEnd, end, true);
     }
 }
 
-NSIndexSet indexesOfObjectsInArray(NSArray self, SEL, NSArray array) {
-    ObjectPositions positions(self, array);
-    const Retained<NSMutableIndexSet> indexes = adopt(NSMutableIndexSet::alloc().init());
+void addIndexesOneByOne(NSMutableIndexSet indexes, NSArray receiver, NSArray array) {
+    for (const NSObject object : array) {
+        const NSUInteger index = receiver.indexOfObject(object);
+        if (index == notFound) raiseNotContained(receiver);
+        indexes.addIndex(index);
+    }
+}
+
+void addIndexesByEquality(NSMutableIndexSet indexes, NSArray receiver, NSArray array) {
+    EqualityIndex positions(receiver, array);
+    positions.reserveFor(receiver);
+    positions.append(receiver);
     // Many are gathered first, since the index sets of some platforms take long for indexes that do not
     // ascend.
-    std::vector<bool> isFound(positions.areIndexed() ? self.count() : 0);
-    for (const NSObject item : array) {
-        const NSUInteger index = positions.of(item);
-        if (index == notFound) raiseNotContained(self);
+    const NSUInteger count = positions.objects().size();
+    std::vector<bool> isFound(count > fewComparisons ? count : 0);
+    const auto add = [&](NSObject, NSUInteger index) {
+        if (index == notFound) raiseNotContained(receiver);
         if (index < isFound.size())
             isFound[index] = true;
         else
             indexes.addIndex(index);
-    }
+    };
+    positions.findEach(array, add, [&](NSObject object) { return receiver.indexOfObject(object); });
     addRuns(indexes, isFound);
+}
+
+NSIndexSet indexesOfObjectsInArray(NSArray self, SEL, NSArray array) {
+    const Retained<NSMutableIndexSet> indexes = adopt(NSMutableIndexSet::alloc().init());
+    if (takesFewComparisons(array.count(), self.count()) || !searchesByEquality(self))
+        addIndexesOneByOne(indexes, self, array);
+    else
+        addIndexesByEquality(indexes, self, array);
     return adopt(NSIndexSet(indexes.copy())).autorelease();
 }
 

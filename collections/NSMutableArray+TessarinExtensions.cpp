@@ -48,11 +48,10 @@ void moveObjectFromIndex_toIndex(NSMutableArray self, SEL, NSUInteger from, NSUI
 }
 
 void mergeWithArray(NSMutableArray self, SEL, NSArray array) {
-    EqualityIndex contained({self, array});
-    contained.reserve(self.count() + array.count());
-    for (const NSObject item : self) contained.append(item);
-    for (const NSObject item : array)
-        if (contained.appendIfMissing(item)) self.addObject(item);
+    EqualityIndex contained(self, array);
+    contained.reserveFor(self, array);
+    contained.append(self);
+    contained.appendMissing(array, [&](NSObject item) { self.addObject(item); });
 }
 
 // Exchanges each object in order with one that is not before it. The plain remainder of the draw is meant,

@@ -9,7 +9,8 @@ rounds=${1:-5}
 
 packages=(
     g++ cmake ninja-build libbenchmark-dev pkg-config python3
-    libabsl-dev libboost-dev libfmt-dev libglib2.0-dev libplist-dev libroaring-dev qt6-base-dev # rivals
+    juce-modules-source-data zlib1g-dev                                                         # rivals
+    libabsl-dev libboost-dev libfmt-dev libglib2.0-dev libplist-dev libroaring-dev qt6-base-dev # more of them
     gobjc libgnustep-base-dev libgnustep-gui-dev
 )
 tools/install_packages.sh "${packages[@]}"
@@ -31,7 +32,7 @@ run() { # preset, platform, round, filter
 }
 # Where GNUstep is the rival, or measured for itself.
 native=(
-    'Array(Merge|Removal|Indexes)/Array'
+    'Array(Merge|Removal|Indexes)/(Array|ByHand)'
     StreamFormat/Array
     UniqueIndexer/Library
     'KeyedArchive/Archive/1000$'

@@ -1,10 +1,9 @@
 #include "TessarinPlatform/EqualityIndex.h"
 
 #include "TessarinPlatform/ValueHash.h"
-#include "platform/services/HashSeed.h"
+#include "platform/services/PositionSlots.h"
 
 #include <algorithm>
-#include <bit>
 #include <utility>
 
 namespace tessarin {
@@ -15,43 +14,109 @@ constexpr auto notFound = static_cast<NSUInteger>(NSNotFound);
 // Among as many a hash is found sooner by passing over all of them.
 constexpr NSUInteger fewObjects = 32;
 
-// A slot holds a position + 1, or 0, and above it as much of the hash as there is room for.
-constexpr int positionBits = 40;
-constexpr std::uint64_t positionMask = (std::uint64_t{1} << positionBits) - 1;
+// As many are more than the nearest caches hold.
+constexpr NSUInteger manyObjects = 4096;
 
-std::uint64_t tagOf(std::uint64_t spreadHash) { return spreadHash << positionBits; }
-bool isTagged(std::uint64_t slot, std::uint64_t tag) { return (slot & ~positionMask) == tag; }
-std::size_t firstSlot(std::uint64_t spreadHash, std::size_t slotCount) {
-    return static_cast<std::size_t>(spreadHash >> (64 - std::countr_zero(slotCount)));
-}
+// Whether walking an array, and what its count says, is the platform's matter alone.
+bool isOfThePlatform(NSArray array) { return !array || searchesByEquality(array); }
+
+// What an application's own array says of itself need not be true.
+NSUInteger trueCount(NSArray array) { return isOfThePlatform(array) ? array.count() : 0; }
 
 } // namespace
 
-EqualityIndex::EqualityIndex(std::initializer_list<NSArray> holders, Asked asked)
-    : asked_(asked), holders_(holders) {}
+EqualityIndex::EqualityIndex(NSArray holder, NSArray other, Asked asked)
+    : asked_(asked),
+      holders_{holder, other},
+      areOfThePlatform_(isOfThePlatform(holder) && isOfThePlatform(other)) {}
 
-void EqualityIndex::reserve(NSUInteger count) {
-    // What an application's own array says of itself need not be true.
-    count = std::min(count, NSUInteger{1} << 20);
+EqualityIndex::~EqualityIndex() = default;
+
+void EqualityIndex::reserveFor(NSArray array, NSArray other) {
+    const NSUInteger count = objects_.size() + trueCount(array) + trueCount(other);
     objects_.reserve(count);
     hashes_.reserve(count);
 }
 
-void EqualityIndex::append(NSObject object) {
-    const Sought added = sought(object);
-    // Where there are no slots yet, they are filled in order.
-    const bool isFirstOfEqual = added.hash != 0 && !slots_.empty() && positionOfValue(added) == notFound;
-    add(added, isFirstOfEqual);
+void EqualityIndex::append(NSArray objects) {
+    takeEach(objects, [&](Sought object) { append(object); });
 }
 
-bool EqualityIndex::appendIfMissing(NSObject object) {
-    const Sought missing = sought(object);
-    if (positionOf(missing) != notFound) return false;
-    add(missing, missing.hash != 0);
-    return true;
+void EqualityIndex::appendMissing(NSArray objects, Block<void(NSObject)> added) {
+    takeEach(objects, [&](Sought object) {
+        if (appendIfMissing(object) && added) added(object.object);
+    });
+}
+
+void EqualityIndex::findEach(NSArray searched, Block<void(NSObject, NSUInteger)> found,
+                             Block<NSUInteger(NSObject)> positionOfOther) {
+    takeEach(searched, [&](Sought object) {
+        const bool isOther = object.hash == 0 && positionOfOther;
+        found(object.object, isOther ? positionOfOther(object.object) : positionOf(object));
+    });
 }
 
 NSUInteger EqualityIndex::positionOf(NSObject searched) { return positionOf(sought(searched)); }
+
+template <class Take>
+void EqualityIndex::takeEach(NSArray array, Take&& take) {
+    for (FastEnumerator walk = array.begin(); walk != array.end();)
+        if (readsAhead())
+            takeValuesAhead(walk, take);
+        else
+            takeNext(walk, take);
+}
+
+template <class Take>
+void EqualityIndex::takeNext(FastEnumerator& walk, Take&& take) {
+    take(sought(*walk));
+    ++walk;
+}
+
+// Looking for several values at once, so that the waits for memory pass together. What is no value ends them,
+// and is taken before the walk goes on.
+template <class Take>
+void EqualityIndex::takeValuesAhead(FastEnumerator& walk, Take&& take) {
+    constexpr std::size_t most = 64;
+    Sought values[most];
+    std::size_t count = 0;
+    for (; count < most && walk != std::default_sentinel; ++walk) {
+        const NSUInteger hash = hashOfValue(*walk);
+        if (hash == 0) break;
+        slots_->fetchAhead(hash);
+        values[count++] = {*walk, hash};
+    }
+    fetchCandidates({values, count});
+    for (const Sought value : std::span(values, count)) take(value);
+    if (count < most && walk != std::default_sentinel) takeNext(walk, take);
+}
+
+// Whether it pays, and nothing that is done with a value can change the arrays: nothing of an application's
+// takes part in comparing it with values and in walking arrays of the platform's.
+bool EqualityIndex::readsAhead() const {
+    return slots_ && slots_->capacity() >= manyObjects && others_.empty() && areOfThePlatform_;
+}
+
+void EqualityIndex::fetchCandidates(std::span<const Sought> values) const {
+    for (const Sought value : values) {
+        slots_->find(value.hash, [&](NSUInteger position) {
+            fetchAhead(objects_[position]);
+            return true;
+        });
+    }
+}
+
+void EqualityIndex::append(Sought object) {
+    // Where there are no slots yet, they are filled in order.
+    const bool isFirstOfEqual = object.hash != 0 && slots_ && positionOfValue(object) == notFound;
+    add(object, isFirstOfEqual);
+}
+
+bool EqualityIndex::appendIfMissing(Sought object) {
+    if (positionOf(object) != notFound) return false;
+    add(object, object.hash != 0);
+    return true;
+}
 
 EqualityIndex::Sought EqualityIndex::sought(NSObject object) {
     const NSUInteger hash = hashOfValue(object);
@@ -60,8 +125,9 @@ EqualityIndex::Sought EqualityIndex::sought(NSObject object) {
 }
 
 void EqualityIndex::holdObjects() {
-    for (const NSArray holder : std::exchange(holders_, {}))
-        heldCopies_.push_back(adopt(NSArray(holder.copy())));
+    for (std::size_t index = 0; index < holders_.size(); ++index)
+        if (const NSArray holder = std::exchange(holders_[index], nil))
+            heldCopies_[index] = adopt(NSArray(holder.copy()));
 }
 
 NSUInteger EqualityIndex::positionOf(Sought searched) const {
@@ -79,19 +145,12 @@ NSUInteger EqualityIndex::positionOf(Sought searched) const {
 }
 
 NSUInteger EqualityIndex::positionOfValue(Sought value) const {
-    if (slots_.empty()) {
-        for (NSUInteger position = 0; position < hashes_.size(); ++position)
-            if (hashes_[position] == value.hash && areEqualValues(value.object, objects_[position]))
-                return position;
-        return notFound;
-    }
-    const std::uint64_t spread = spreadHash(value.hash);
-    for (std::size_t index = firstSlot(spread, slots_.size()); slots_[index] != 0;
-         index = (index + 1) & (slots_.size() - 1)) {
-        if (!isTagged(slots_[index], tagOf(spread))) continue;
-        const auto position = static_cast<NSUInteger>((slots_[index] & positionMask) - 1);
-        if (areEqualValues(value.object, objects_[position])) return position;
-    }
+    const auto isSought = [&](NSUInteger position) {
+        return areEqualValues(value.object, objects_[position]);
+    };
+    if (slots_) return slots_->find(value.hash, isSought);
+    for (NSUInteger position = 0; position < hashes_.size(); ++position)
+        if (hashes_[position] == value.hash && isSought(position)) return position;
     return notFound;
 }
 
@@ -105,25 +164,17 @@ void EqualityIndex::add(Sought object, bool isFirstOfEqual) {
     objects_.push_back(object.object);
     hashes_.push_back(object.hash);
     if (object.hash == 0) others_.push_back(position);
-    // At most half of the slots are taken.
-    if (objects_.size() > fewObjects && 2 * objects_.size() > slots_.size())
+    if (objects_.size() > (slots_ ? slots_->capacity() : fewObjects))
         makeSlots();
-    else if (isFirstOfEqual && !slots_.empty())
-        occupySlot(position);
+    else if (isFirstOfEqual && slots_)
+        slots_->add(object.hash, position);
 }
 
 void EqualityIndex::makeSlots() {
-    slots_.assign(std::bit_ceil(2 * objects_.capacity()), 0);
+    slots_ = std::make_unique<PositionSlots>(objects_.capacity());
     for (NSUInteger position = 0; position < objects_.size(); ++position)
         if (hashes_[position] != 0 && positionOfValue({objects_[position], hashes_[position]}) == notFound)
-            occupySlot(position);
-}
-
-void EqualityIndex::occupySlot(NSUInteger position) {
-    const std::uint64_t spread = spreadHash(hashes_[position]);
-    std::size_t index = firstSlot(spread, slots_.size());
-    while (slots_[index] != 0) index = (index + 1) & (slots_.size() - 1);
-    slots_[index] = tagOf(spread) | (position + 1);
+            slots_->add(hashes_[position], position);
 }
 
 } // namespace tessarin

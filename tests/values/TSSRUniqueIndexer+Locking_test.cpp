@@ -2,6 +2,7 @@
 #include "UniqueIndexerTest.h"
 
 #include <functional>
+#include <string>
 #include <thread>
 
 namespace tessarin::testing {
@@ -109,6 +110,10 @@ void countLock(TSSRUniqueIndexer self, SEL selector) {
     ++lockCountOf(self);
     sendSuper<void>(self, "UniqueIndexerTestCounter"_class, selector);
 }
+void countUnlock(TSSRUniqueIndexer self, SEL selector) {
+    ++lockCountOf(self);
+    sendSuper<void>(self, "UniqueIndexerTestUnlocker"_class, selector);
+}
 NSInteger firstEvenIndex(TSSRUniqueIndexer self, SEL selector) {
     const auto index = sendSuper<NSInteger>(self, "UniqueIndexerTestEven"_class, selector);
     return index + index % 2;
@@ -133,6 +138,61 @@ TEST_F(TSSRUniqueIndexerTest, ASubclassKeepsItsOwnVariablesBehindThose) {
     indexer.freeAllIndexes();
     EXPECT_EQ(lockCountOf(indexer), 7u);
     EXPECT_EQ(indexer.usedIndexes().count(), 0u);
+}
+
+TEST_F(TSSRUniqueIndexerTest, ASubclassMayUnlockInItsOwnWay) {
+    static const ClassDefinition counter{{.name = "UniqueIndexerTestUnlocker",
+                                          .superclass = "TSSRUniqueIndexer",
+                                          .instanceVariables = {instanceVariable<NSUInteger>("lockCount")},
+                                          .methods = {instanceMethod("unlock", countUnlock)}}};
+    const Retained<TSSRUniqueIndexer> indexer =
+        adopt(TSSRUniqueIndexer(counter.classObject().alloc()).init());
+    EXPECT_EQ(indexer.registerIndex(0), 0);
+    EXPECT_EQ(lockCountOf(indexer), 1u);
+    EXPECT_EQ(indexer.registerIndex(0), 1);
+    EXPECT_EQ(lockCountOf(indexer), 3u);
+    EXPECT_TRUE(indexer.freeIndex(0));
+    EXPECT_FALSE(indexer.freeIndex(0));
+    EXPECT_EQ(lockCountOf(indexer), 5u);
+}
+
+// A set that writes down what it is sent.
+std::vector<std::string>& sentToSets() {
+    static std::vector<std::string> messages;
+    return messages;
+}
+void noteIndex(NSMutableIndexSet self, SEL selector, NSUInteger index) {
+    sentToSets().push_back(runtime::selectorName(selector) + std::to_string(index));
+    sendSuper<void>(self, "UniqueIndexerTestSet"_class, selector, index);
+}
+
+TEST_F(TSSRUniqueIndexerTest, SetsOfAnotherClassAreSentMessages) {
+    static const ClassDefinition noting{
+        {.name = "UniqueIndexerTestSet",
+         .superclass = "NSMutableIndexSet",
+         .methods = {instanceMethod("addIndex:", noteIndex), instanceMethod("removeIndex:", noteIndex)}}};
+    for (const char* name : {"tsrpriv_usedIndexes", "tsrpriv_freedIndexes"}) {
+        const NSMutableIndexSet set = NSMutableIndexSet(noting.classObject().alloc()).init();
+        adopt(std::exchange(instanceVariableOf<NSObject>(indexer_, name), set)).reset();
+    }
+    sentToSets().clear();
+    EXPECT_EQ(indexer_.registerIndex(7), 7);
+    EXPECT_TRUE(indexer_.freeIndex(7));
+    EXPECT_EQ(indexer_.registerIndex(NSNotFound), 7);
+    EXPECT_EQ(sentToSets(), (std::vector<std::string>{"addIndex:7", "removeIndex:7", "removeIndex:7",
+                                                      "addIndex:7", "addIndex:7", "removeIndex:7"}));
+}
+
+TEST_F(TSSRUniqueIndexerTest, AnIndexThatACallerPutIntoBothSetsGoesWhereItIsSent) {
+    registerAll({5});
+    indexer_.freedIndexes().addIndex(5);
+    EXPECT_EQ(indexer_.registerIndex(5), 5) << "in use, and the first that was given back";
+    EXPECT_EQ(used(), (Indexes{5}));
+    EXPECT_EQ(freed(), (Indexes{}));
+    indexer_.freedIndexes().addIndex(5);
+    EXPECT_TRUE(indexer_.freeIndex(5));
+    EXPECT_EQ(used(), (Indexes{}));
+    EXPECT_EQ(freed(), (Indexes{5}));
 }
 
 TEST_F(TSSRUniqueIndexerTest, ASubclassMayHaveAnotherIdeaOfWhatIsAvailable) {

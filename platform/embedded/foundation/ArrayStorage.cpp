@@ -1,6 +1,7 @@
 #include "platform/embedded/foundation/ArrayStorage.h"
 
 #include "TessarinPlatform/NSException.h"
+#include "platform/services/FetchAhead.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -19,6 +20,7 @@ NSObject* resized(NSObject* buffer, NSUInteger capacity) {
 
 void copyRetained(const NSObject* items, NSUInteger count, NSObject* target) {
     for (NSUInteger index = 0; index < count; ++index) {
+        fetchAheadOf(items, index, count);
         runtime::retain(items[index].object());
         target[index] = items[index];
     }

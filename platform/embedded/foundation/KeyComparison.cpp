@@ -31,7 +31,7 @@ KeyComparison::KeyComparison(NSSortDescriptor descriptor)
 
 NSObject KeyComparison::valueOf(NSObject object) {
     if (!key_ || !object) return object;
-    const Object* const classObject = runtime::classOf(object.object());
+    const Object* const classObject = object.object()->isa;
     if (classObject != accessedClass_) {
         accessor_ = directAccessor(object, key_);
         accessedClass_ = classObject;
@@ -52,7 +52,7 @@ NSComparisonResult KeyComparison::directed(NSComparisonResult ascending) const {
 }
 
 void KeyComparison::requireComparison(NSObject object) {
-    const Object* const classObject = runtime::classOf(object.object());
+    const Object* const classObject = object.object()->isa;
     if (classObject == soundClass_ || selector_ == "compare:"_sel) return;
     // An object without the method says so itself.
     const Method* const method = findMethod(classRecordOf(object.object()), selector_);

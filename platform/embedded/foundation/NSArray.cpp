@@ -6,6 +6,7 @@
 #include "platform/embedded/foundation/ItemSorting.h"
 #include "platform/embedded/foundation/KeyedCoding.h"
 #include "platform/embedded/foundation/NSObject+KeyValueCoding.h"
+#include "platform/services/FetchAhead.h"
 
 #include "TessarinPlatform/NSException.h"
 #include "TessarinPlatform/NSMutableString.h"
@@ -104,8 +105,10 @@ NSArray initWithObjects(NSArray self, SEL, NSObject first, ...) {
 
 void dealloc(NSArray self, SEL) {
     const ArrayStorage& storage = storageOf(self);
-    for (NSUInteger index = 0; index < storage.count; ++index)
+    for (NSUInteger index = 0; index < storage.count; ++index) {
+        fetchAheadOf(storage.items, index, storage.count);
         runtime::release(storage.items[index].object());
+    }
     sendSuper<void>(self, NSArray::classObject(), "dealloc"_sel);
 }
 

@@ -231,9 +231,9 @@ void removeObjectsInArray(NSMutableArray self, SEL, NSArray other) {
     // Values are found by their hashes, with the same outcome as by comparing each with each.
     if (!areFew(items, removedItems) && std::all_of(removedItems.begin(), removedItems.end(), comparesAsValue)
         && std::all_of(items.begin(), items.end(), comparesAsValue)) {
-        EqualityIndex values({removed});
-        values.reserve(removedItems.size());
-        for (const NSObject value : removedItems) values.append(value);
+        EqualityIndex values(removed, nil);
+        values.reserveFor(removed);
+        values.append(removed);
         return removeItems(self, [&](NSObject item) { return values.contains(item); });
     }
     for (const NSObject object : removedItems) self.removeObject(object);

@@ -1,4 +1,4 @@
-#include "TessarinPlatform/NSMutableIndexSet.h"
+#include "TessarinPlatform/IndexSetEditing.h"
 #include "platform/embedded/foundation/IndexSetStorage.h"
 
 namespace tessarin::embedded {
@@ -62,3 +62,18 @@ ClassDescription describeNSMutableIndexSet() {
 }
 
 } // namespace tessarin::embedded
+
+namespace tessarin {
+
+bool moveIndexAtOnce(NSUInteger index, NSMutableIndexSet from, NSMutableIndexSet to) {
+    const Object* const plain = NSMutableIndexSet::classObject().object();
+    if (!from || !to || from.object()->isa != plain || to.object()->isa != plain) return false;
+    embedded::IndexSetStorage& source = embedded::storageOf(from);
+    // No set holds an index that another one cannot hold.
+    if (!source.remove(index)) return false;
+    if (embedded::storageOf(to).add(index)) return true;
+    source.add(index);
+    return false;
+}
+
+} // namespace tessarin

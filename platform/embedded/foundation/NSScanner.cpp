@@ -84,9 +84,9 @@ BOOL isAtEnd(NSScanner self, SEL) {
 
 // ---- Numbers
 
-// The value of each digit, -1 for every other unit of ASCII.
+// The value of each digit, -1 for every other unit of Latin-1.
 constexpr auto digitValues = [] {
-    std::array<std::int8_t, 128> values{};
+    std::array<std::int8_t, 256> values{};
     values.fill(-1);
     for (int value = 0; value < 16; ++value) {
         values[static_cast<std::size_t>("0123456789ABCDEF"[value])] = static_cast<std::int8_t>(value);
@@ -114,6 +114,21 @@ std::optional<Integer> readHexadecimal(StringView text, std::size_t& place) {
         }
         return lost ? Limits::max() : value;
     });
+}
+
+// The number of a text of eight digits, as those of colours are.
+std::optional<unsigned> numberOfEightDigits(StringView text) {
+    constexpr std::size_t count = 8; // a constant, so that the loop becomes a sequence
+    if (text.length() != count || text.isWide()) return {};
+    unsigned number = 0;
+    int all = 0; // negative as soon as one is no digit
+    for (std::size_t index = 0; index < count; ++index) {
+        const int digit = digitValues[text.narrow()[index]];
+        all |= digit;
+        number = number << 4 | static_cast<unsigned>(digit);
+    }
+    if (all < 0) return {};
+    return number;
 }
 
 // Scans what a reader finds at the place.
@@ -245,6 +260,7 @@ namespace tessarin {
 unsigned scannedHexInt(NSString string) {
     using namespace embedded;
     const Contents text = contentsOf(string);
+    if (const auto number = numberOfEightDigits(text)) return *number;
     std::size_t place = 0;
     // Most begin with a digit, which is no white space.
     if (text.isEmpty() || hexadecimalDigit(text[0]) < 0)

@@ -87,12 +87,9 @@ NSComparisonResult compareUnits(StringView left, StringView right) {
     return order < 0 ? NSOrderedAscending : order > 0 ? NSOrderedDescending : NSOrderedSame;
 }
 
-std::size_t StringStorage::hash() const {
-    std::size_t hash = hash_.load(std::memory_order_relaxed);
-    if (hash == 0) {
-        hash = hashOf(view());
-        hash_.store(hash, std::memory_order_relaxed);
-    }
+std::size_t StringStorage::computeHash() const {
+    const std::size_t hash = hashOf(view());
+    hash_.store(hash, std::memory_order_relaxed);
     return hash;
 }
 

@@ -104,7 +104,10 @@ public:
 
     std::size_t length() const { return contents_.length(); }
     StringView view() const { return contents_; }
-    std::size_t hash() const;
+    std::size_t hash() const {
+        const std::size_t known = hash_.load(std::memory_order_relaxed);
+        return known != 0 ? known : computeHash();
+    }
 
     void assign(StringView contents) { replace({0, length()}, contents); }
     void append(StringView contents);
@@ -129,6 +132,7 @@ private:
     // Provides a new buffer and answers the old one, which still holds the units.
     std::unique_ptr<std::byte[]> reallocate(std::size_t capacity, bool isWide);
     bool contains(StringView contents) const;
+    std::size_t computeHash() const;
 
     std::unique_ptr<std::byte[]> buffer_; // none while the units stand behind the object
     StringView contents_;
