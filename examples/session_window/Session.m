@@ -15,10 +15,11 @@ static NSString *const WindowKey = @"windowTopLeftPoint";
 static const AudioStreamBasicDescription stereo = {48000, 0x6C70636D /* lpcm */, 12, 6, 1, 6, 2, 24, 0};
 
 // The dictionary that a file holds, all of whose containers may be changed; an empty one where there is no
-// file, nil for a file that holds something else.
+// file, nil for a file that cannot be read or holds something else.
 static NSMutableDictionary *dictionaryOfFile(NSString *path) {
     NSData *data = [NSData dataWithContentsOfFile:path];
-    if (!data) return [NSMutableDictionary dictionary];
+    if (!data)
+        return [[NSFileManager defaultManager] fileExistsAtPath:path] ? nil : [NSMutableDictionary dictionary];
     id contents = [NSPropertyListSerialization propertyListWithData:data options:0 format:NULL error:NULL];
     if (![contents isKindOfClass:[NSDictionary class]]) return nil;
     return [NSPropertyListSerialization tessarin_propertyListWithMutableContainers:contents error:NULL];
@@ -75,7 +76,8 @@ static id kept(NSDictionary *contents, NSString *key, Class expected) {
 + (Session *)sessionOfFile:(NSString *)path {
     NSDictionary *contents = dictionaryOfFile(path);
     if (!contents) {
-        fprintf(stderr, "session_window: %s is no property list of a dictionary\n", [path UTF8String]);
+        fprintf(stderr, "session_window: %s cannot be read as a property list of a dictionary\n",
+                [path UTF8String]);
         return nil;
     }
     Session *session = [[[Session alloc] init] autorelease];

@@ -63,5 +63,11 @@ grep -q '<string>mix</string>' "$session" || fail "a key is gone: $(cat "$sessio
 
 echo "<plist><array/></plist>" >"$session"
 ! printed 2>"$work/err" || fail "an array is taken for a session"
-grep -q 'is no property list of a dictionary' "$work/err" || fail "another reason: $(cat "$work/err")"
+grep -q 'cannot be read as a property list of a dictionary' "$work/err" || fail "another reason: $(cat "$work/err")"
+
+# What is there and cannot be read is no new session: here a folder, which even root cannot read as a file.
+rm "$session"
+mkdir "$session"
+! printed 2>"$work/err" || fail "what cannot be read is taken for a new session"
+grep -q 'cannot be read' "$work/err" || fail "another reason: $(cat "$work/err")"
 echo "all as expected"
