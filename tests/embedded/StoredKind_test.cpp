@@ -1,17 +1,24 @@
 // Objects that only answer for another class have none of its data.
 #include "PlatformTest.h"
 
+#include <cstdint>
+
 namespace tessarin::testing {
 namespace {
 
 class StandInTest : public PlatformTest {
 protected:
+    // Its data would be taken for those of a colour space, if they were read.
     static Retained<NSObject> newStandIn() {
         static const ClassDefinition definition{
             {.name = "StandInTestObject",
+             .instanceVariables = {instanceVariable<std::uint64_t>("data")},
              .methods = {instanceMethod(
                  "isKindOfClass:", +[](NSObject, SEL, Class) -> BOOL { return YES; })}}};
-        return adopt(send<NSObject>(NSObject(definition.classObject().alloc()), "init"_sel));
+        Retained<NSObject> standIn =
+            adopt(send<NSObject>(NSObject(definition.classObject().alloc()), "init"_sel));
+        instanceVariableOf<std::uint64_t>(standIn, "data") = 0x0101'0101'0101'0101;
+        return standIn;
     }
     const Retained<NSObject> standIn_ = newStandIn();
 };
@@ -22,6 +29,23 @@ TEST_F(StandInTest, IsNoItemAndNoSubmenu) {
     EXPECT_THROWS_NAMED(menu.addItem(as<NSMenuItem>(standIn_)), "NSInvalidArgumentException");
     EXPECT_EQ(menu.indexOfItem(as<NSMenuItem>(standIn_)), -1);
     EXPECT_THROWS_NAMED(menu.itemAtIndex(0).setSubmenu(as<NSMenu>(standIn_)), "NSInvalidArgumentException");
+}
+
+TEST_F(StandInTest, IsNoView) {
+    const NSView view = as<NSView>(standIn_);
+    const Retained<NSScrollView> outer = adopt(NSScrollView::alloc().initWithFrame(NSZeroRect));
+    EXPECT_THROWS_NAMED(outer.addSubview(view), "NSInvalidArgumentException");
+    EXPECT_THROWS_NAMED(outer.setDocumentView(view), "NSInvalidArgumentException");
+    EXPECT_THROWS_NAMED(outer.setHorizontalScroller(as<NSScroller>(standIn_)), "NSInvalidArgumentException");
+    EXPECT_THROWS_NAMED(outer.setVerticalScroller(as<NSScroller>(standIn_)), "NSInvalidArgumentException");
+    const Retained<NSWindow> window = adopt(NSWindow::alloc().initWithContentRect_styleMask_backing_defer(
+        NSZeroRect, NSTitledWindowMask, NSBackingStoreBuffered, true));
+    EXPECT_THROWS_NAMED(window.setContentView(view), "NSInvalidArgumentException");
+}
+
+TEST_F(StandInTest, IsNoColourSpaceToMakeAColourIn) {
+    const CGFloat components[] = {1, 0, 0, 1};
+    EXPECT_FALSE(NSColor::colorWithColorSpace_components_count(as<NSColorSpace>(standIn_), components, 4));
 }
 
 TEST_F(StandInTest, EqualsNoColourNoColourSpaceAndNoIndexSet) {
