@@ -12,8 +12,34 @@ using namespace tessarin;
 
 namespace {
 
-// The walk over one of the menus that are open inside each other. The items are kept, since an item's own
-// code may let go of its menu.
+// A message to the items of a menu, one after the other. An item's own code may take it out of the menu,
+// which alone keeps it: where the method is not that of the platform's items, the item is kept until the next
+// such item, or the end.
+template <class Signature>
+class ItemMessage;
+
+template <class Result, class... Arguments>
+class ItemMessage<Result(Arguments...)> {
+public:
+    explicit ItemMessage(SEL selector)
+        : message_(selector),
+          platformsMethod_(runtime::lookUpInClass(NSMenuItem::classObject().object(), selector)) {}
+
+    Result operator()(NSObject item, Arguments... arguments) {
+        const Implementation method = message_.methodOf(item);
+        if (method != platformsMethod_) [[unlikely]]
+            kept_ = retain(item);
+        return message_.call(method, item, arguments...);
+    }
+
+private:
+    RepeatedMessage<Result(Arguments...)> message_;
+    Implementation platformsMethod_;
+    Retained<NSObject> kept_;
+};
+
+// The walk over one of the menus that are open inside each other. The list is kept, since an item's own code
+// may let go of its menu.
 struct Level {
     explicit Level(NSMenu menu) : items(retain(menu.itemArray())), place(items.begin()) {}
 
@@ -31,8 +57,8 @@ bool isWalkedLikeThis(NSMenu submenu) {
 }
 
 void setStateOfAllItems(NSMenu self, SEL, NSInteger state) {
-    RepeatedMessage<NSMenu()> submenuOf("submenu"_sel);
-    RepeatedMessage<void(NSInteger)> setState("setState:"_sel);
+    ItemMessage<NSMenu()> submenuOf("submenu"_sel);
+    ItemMessage<void(NSInteger)> setState("setState:"_sel);
     Level level(self);
     std::vector<Level> outerLevels; // that the level is inside of, the outermost first
     for (;;) {
@@ -51,7 +77,7 @@ void setStateOfAllItems(NSMenu self, SEL, NSInteger state) {
             continue;
         }
         if (submenu)
-            tessarin_setStateOfAllItems(submenu, state);
+            tessarin_setStateOfAllItems(retain(submenu), state);
         else
             setState(item, state);
         ++level.place;

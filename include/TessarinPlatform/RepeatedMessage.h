@@ -60,9 +60,17 @@ public:
     }
 
     Result operator()(NSObject receiver, Arguments... arguments) {
-        if (!receiver) return Result();
-        return detail::call<Result, detail::PassedAs<Arguments>...>(lookUp_(receiver.object(), selector_),
-                                                                    receiver, selector_, arguments...);
+        return call(methodOf(receiver), receiver, arguments...);
+    }
+
+    // The same in two steps, for who wants to know the method before it is called: null for nil.
+    Implementation methodOf(NSObject receiver) {
+        return receiver ? lookUp_(receiver.object(), selector_) : nullptr;
+    }
+    Result call(Implementation method, NSObject receiver, Arguments... arguments) const {
+        if (!method) return Result();
+        return detail::call<Result, detail::PassedAs<Arguments>...>(method, receiver, selector_,
+                                                                    arguments...);
     }
 
 private:
