@@ -86,8 +86,10 @@ void setStateOfAllItems(NSMenu self, SEL, NSInteger state) {
 
 // -1 is what the menu itself answers for an item that it does not have, which is meant.
 NSInteger indexOfSeparatorItem(NSMenu self, SEL) {
-    RepeatedMessage<BOOL()> isSeparatorItem("isSeparatorItem"_sel);
-    for (const NSMenuItem item : self.itemArray())
+    ItemMessage<BOOL()> isSeparatorItem("isSeparatorItem"_sel);
+    const Retained<NSMenu> keptMenu = retain(self);
+    const Retained<NSArray> items = retain(self.itemArray());
+    for (const NSMenuItem item : items)
         if (isSeparatorItem(item) != NO) return self.indexOfItem(item);
     return -1;
 }
