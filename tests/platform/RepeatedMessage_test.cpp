@@ -35,6 +35,20 @@ TEST_F(RepeatedMessageTest, AsksObjectsOfAnyClasses) {
     }
 }
 
+TEST_F(RepeatedMessageTest, TellsTheMethodBeforeItIsCalled) {
+    static const ClassDefinition definition{
+        {.name = "RepeatedMessageTestTold", .methods = {instanceMethod("answerOfTold", answerTwo)}}};
+    const NSObject object = make(definition);
+    RepeatedMessage<NSInteger()> answer("answerOfTold"_sel);
+    for (int round = 0; round < 2; ++round) {
+        const Implementation method = answer.methodOf(object);
+        EXPECT_EQ(method, runtime::lookUpInClass(definition.classObject().object(), "answerOfTold"_sel));
+        EXPECT_EQ(answer.call(method, object), 2);
+        EXPECT_EQ(answer.methodOf(nil), nullptr);
+        EXPECT_EQ(answer.call(answer.methodOf(nil), nil), 0);
+    }
+}
+
 TEST_F(RepeatedMessageTest, HandsOnArguments) {
     RepeatedMessage<NSString(NSString)> append("stringByAppendingString:"_sel);
     EXPECT_EQ(text(append("a"_ns, "b"_ns)), "ab");
