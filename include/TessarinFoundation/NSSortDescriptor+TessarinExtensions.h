@@ -6,6 +6,7 @@
 #pragma once
 
 #include "TessarinPlatform/detail/LibraryAnchor.h"
+#include "TessarinPlatform/detail/ObjectiveCOwnership.h"
 
 #if defined(__OBJC__)
 
@@ -15,7 +16,7 @@
 @interface NSSortDescriptor (TessarinExtensions)
 
 + (id)tessarin_sortDescriptorWithConfiguration:(NSDictionary*)configuration;
-- (id)tessarin_initWithConfiguration:(NSDictionary*)configuration;
+- (id)tessarin_initWithConfiguration:(NSDictionary*)configuration TESSARIN_INITIALISER;
 
 - (NSDictionary*)tessarin_configuration;
 
