@@ -166,6 +166,7 @@ ldconfig -r "$system" -p | grep -qF "lib$package.so.A (libc6,x86-64) => /$librar
 runs() { # WHAT PROGRAM
     cp "$2" "$system/tmp/application"
     bring_libraries "$system" "$2"
+    bring_libraries "$system" "$system/$library"
     env --ignore-environment PATH="$PATH" LD_BIND_NOW=1 chroot "$system" /tmp/application >"$work/output" 2>"$work/errors" ||
         complain "$1: exit status $?: $(cat "$work/errors")"
     diff "$here/expected_output.txt" "$work/output" || complain "$1: not the expected output"
