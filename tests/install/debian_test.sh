@@ -28,22 +28,7 @@ else
 fi
 runtime=$stem-a development=$stem-dev common=libtessarinfoundation-common-dev
 
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-failures=0
-complain() {
-    echo "FAILED: $*" >&2
-    failures=$((failures + 1))
-}
-# quietly WHAT COMMAND...: complains, with what the command wrote, when it fails.
-quietly() {
-    local what=$1
-    shift
-    "$@" >"$work/log" 2>&1 && return
-    complain "$what"
-    cat "$work/log" >&2
-    return 1
-}
+source "$here/checks.sh"
 finish() {
     [[ $failures -eq 0 ]] || { echo "$failures failures" >&2 && exit 1; }
     echo "$1"

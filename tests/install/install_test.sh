@@ -11,25 +11,8 @@ shift 3
 compilers=("$@")
 here=$source/tests/install
 [[ $platform == embedded ]] && package=TessarinFoundation || package=TessarinFoundation-native
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-failures=0
+source "$here/checks.sh"
 export -n LD_LIBRARY_PATH
-
-complain() {
-    echo "FAILED: $*" >&2
-    failures=$((failures + 1))
-}
-
-# quietly WHAT COMMAND...: complains, with what the command wrote, when it fails.
-quietly() {
-    local what=$1
-    shift
-    "$@" >"$work/log" 2>&1 && return
-    complain "$what"
-    cat "$work/log" >&2
-    return 1
-}
 
 # prints_expected WHAT COMMAND...: the application works.
 prints_expected() {

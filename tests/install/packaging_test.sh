@@ -12,22 +12,7 @@ source=$2
 compiler=$3
 here=$source/tests/install
 port=$source/packaging/vcpkg/tessarinfoundation
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-failures=0
-complain() {
-    echo "FAILED: $*" >&2
-    failures=$((failures + 1))
-}
-# quietly WHAT COMMAND...: complains, with what the command wrote, when it fails.
-quietly() {
-    local what=$1
-    shift
-    "$@" >"$work/log" 2>&1 && return
-    complain "$what"
-    cat "$work/log" >&2
-    return 1
-}
+source "$here/checks.sh"
 export REUSED_OBJECTS=$build/CMakeFiles/tessarin_objects.dir
 export CMAKE_CXX_COMPILER_LAUNCHER=$here/add_subdirectory/reuse_objects.sh
 
