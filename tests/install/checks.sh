@@ -1,4 +1,4 @@
-# What the tests of this directory have in common; they source it. $work is a directory of the test's own.
+# What tests of what an application sees have in common; they source it. $work is a directory of the test's own.
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 failures=0

@@ -11,13 +11,7 @@ clang=$1
 source=$2
 here=$source/tests/objc/apple
 command -v "$clang" >/dev/null || { echo "$clang is missing" >&2 && exit 1; }
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-failures=0
-complain() {
-    echo "FAILED: $*" >&2
-    failures=$((failures + 1))
-}
+source "$source/tests/install/checks.sh"
 
 # Every header of the system that ours import is the one file of its framework.
 grep -rhoE '# *import <(Foundation|AppKit|AudioToolbox)/[^>]+>' "$source/include" | sed -E 's/.*<(.*)>/\1/' |
