@@ -72,8 +72,6 @@ TEST_F(LateClassTest, GroupsAreAttachedWhileThreadsLookUpConcurrently) {
         EXPECT_EQ(answerOfInstance(native::loadedClass(nameOf(number).c_str())), 42u) << number;
 }
 
-#if !defined(__APPLE__)
-
 TEST_F(LateClassTest, GroupsAreAttachedWhenTheRuntimeReportsTheClass) {
     static const ExtensionGroup group{
         "LateClassLoaded", "LateClassTest", {instanceMethod("lateClassTest_answer", answer)}};
@@ -88,8 +86,6 @@ TEST_F(LateClassTest, GroupsAreAttachedWhenTheRuntimeReportsTheClass) {
     EXPECT_TRUE(other.isAttached());
     EXPECT_EQ(answerOfInstance(unreported), 42u);
 }
-
-#endif
 
 } // namespace
 } // namespace tessarin::testing
