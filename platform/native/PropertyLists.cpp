@@ -23,7 +23,7 @@ struct PropertyListObjects {
 
     class Contents {
     public:
-        Contents(NSObject container, PropertyListKind kind)
+        Contents(NSObject container, PropertyListKind kind, bool /*isForeign*/)
             : container_(container),
               isDictionary_(kind == PropertyListKind::dictionary),
               fetched_(container, kind) {}

@@ -27,12 +27,14 @@ public:
         return index < inlineCapacity ? *std::launder(place(index)) : beyond_[index - inlineCapacity];
     }
 
-    void push(T element) {
-        if (size_ < inlineCapacity)
-            std::construct_at(place(size_), std::move(element));
-        else
-            beyond_.push_back(std::move(element));
+    void push(T element) { emplace(std::move(element)); }
+    template <class... Arguments>
+    T& emplace(Arguments&&... arguments) {
+        T& element = size_ < inlineCapacity
+                         ? *std::construct_at(place(size_), std::forward<Arguments>(arguments)...)
+                         : beyond_.emplace_back(std::forward<Arguments>(arguments)...);
         ++size_;
+        return element;
     }
     void pop() {
         --size_;

@@ -11,7 +11,7 @@
 //   static bool mayBeShared(NSObject container);   // false only where it has a single owner
 //   static bool isForeign(NSObject container, PropertyListKind kind);   // whether other code has to be asked
 //   struct Contents {
-//       Contents(NSObject container, PropertyListKind kind);
+//       Contents(NSObject container, PropertyListKind kind, bool isForeign);
 //       NSObject container() const;
 //       bool isDictionary() const;
 //       std::size_t count() const;                  // of the objects, keys aside
@@ -55,6 +55,9 @@ private:
     static constexpr std::size_t notNumbered = static_cast<std::size_t>(-1);
 
     struct Open {
+        Open(NSObject container, PropertyListKind kind, bool isForeign, std::size_t containerNumber)
+            : contents(container, kind, isForeign), number(containerNumber) {}
+
         Contents contents;
         std::size_t number; // of a container that may be shared
     };
@@ -82,7 +85,8 @@ private:
     bool enter(NSObject container, PropertyListKind kind) {
         constexpr const char* recursion = "property lists cannot contain recursive container references";
         if (container == root_ && !open_.isEmpty()) return refuse(recursion);
-        if (!holds_ && Platform::isForeign(container, kind)) holdAll();
+        const bool isForeign = Platform::isForeign(container, kind);
+        if (isForeign && !holds_) holdAll();
         std::size_t number = notNumbered;
         // What has a single owner is met once. To be inside itself without being the root it would need two:
         // the container that holds it, and the way in.
@@ -92,8 +96,7 @@ private:
             met_.push_back({container, false});
             if (holds_) held_.push_back(retain(container));
         }
-        open_.push({Contents(container, kind), number});
-        objectCount_ += open_.top().contents.count();
+        objectCount_ += open_.emplace(container, kind, isForeign, number).contents.count();
         return true;
     }
 
@@ -115,28 +118,28 @@ private:
     void walk() {
         while (!open_.isEmpty()) {
             Open& container = open_.top();
-            const NSObject inner = nextContainer(container.contents);
-            if (!defect_.empty()) return;
-            if (inner) {
-                if (!enter(inner, kinds_.of(inner))) return;
+            PropertyListKind kind{};
+            if (const NSObject inner = nextContainer(container.contents, kind)) {
+                if (!enter(inner, kind)) return;
             } else {
+                if (!defect_.empty()) return;
                 if (container.number != notNumbered) met_[container.number].isSound = true;
                 open_.pop();
             }
         }
     }
 
-    // Passes over leaves, up to the next container inside another; nil at the end and where there is a
-    // defect.
-    NSObject nextContainer(Contents& contents) {
+    // Passes over leaves, up to the next container inside another, and says its kind; nil at the end and
+    // where there is a defect.
+    NSObject nextContainer(Contents& contents, PropertyListKind& kind) {
         NSObject key, object;
         while (contents.next(key, object)) {
-            if (contents.isDictionary() && kinds_.of(key) != PropertyListKind::string) [[unlikely]] {
+            if (contents.isDictionary() && !kinds_.isString(key)) [[unlikely]] {
                 refuse("property list dictionaries may only have keys which are CFStrings, not '"
                        + propertyListTypeName(key) + "'");
                 return nil;
             }
-            const PropertyListKind kind = kinds_.of(object);
+            kind = kinds_.of(object);
             if (isContainer(kind)) return object;
             if (!admitLeaf(object, kind)) return nil;
         }

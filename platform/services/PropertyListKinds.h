@@ -41,8 +41,18 @@ public:
         if (entry.classObject == classObject) [[likely]]
             return entry.kind;
         const PropertyListKind kind = askForPropertyListKind(object);
-        if (isKindOfItsClass(object)) entry = {classObject, kind};
+        if (isKindOfItsClass(object)) {
+            entry = {classObject, kind};
+            if (kind == PropertyListKind::string) stringClass_ = classObject;
+        }
         return kind;
+    }
+
+    // Whether an object is a string. Nearly all keys are of one class.
+    bool isString(NSObject object) {
+        if (object && Platform::classOf(object) == stringClass_) [[likely]]
+            return true;
+        return of(object) == PropertyListKind::string;
     }
 
 private:
@@ -53,6 +63,7 @@ private:
     static constexpr int entryBits = 5;
 
     std::array<Entry, 1 << entryBits> entries_{};
+    const Object* stringClass_ = nullptr; // one whose objects are strings
 };
 
 // The objects of a container, of a dictionary the keys too, fetched by its own operations and kept.

@@ -1,12 +1,14 @@
 #include "platform/embedded/foundation/BinaryPropertyListReader.h"
 
 #include "TessarinPlatform/AutoreleasePool.h"
-#include "TessarinPlatform/NSDate.h"
 #include "platform/embedded/foundation/BinaryPropertyListFormat.h"
 #include "platform/embedded/foundation/KeyedArchiverUID.h"
 #include "platform/embedded/foundation/PropertyListObjects.h"
+#include "platform/embedded/runtime/ReferenceCounting.h"
 #include "platform/services/PropertyListError.h"
+#include "platform/services/Utf8.h"
 
+#include <array>
 #include <bit>
 #include <limits>
 #include <vector>
@@ -34,11 +36,12 @@ public:
 private:
     // A container whose contents are being read.
     struct OpenContainer {
-        std::uint64_t number;
-        std::size_t references; // where the numbers of its contents stand
-        std::size_t contentCount;
-        std::size_t read; // of the contents
-        bool isDictionary;
+        std::uint64_t number = 0;
+        std::size_t references = 0; // where the numbers of its contents stand
+        std::size_t contentCount = 0;
+        std::size_t read = 0; // of the contents
+        bool isDictionary = false;
+        NSDictionary model; // a dictionary with the same keys, which then are passed over
     };
     // A place in the document, behind the object's first byte.
     struct Header {
@@ -46,56 +49,65 @@ private:
         std::uint8_t low;
         std::size_t position;
     };
+    // A dictionary without equal keys, and where the numbers of its keys stand.
+    struct Model {
+        std::string_view keys;
+        NSDictionary dictionary;
+    };
 
     void readTrailer();
     Header headerOf(std::uint64_t number);
-    void readObject(std::uint64_t number);
+    bool readObject(std::uint64_t number, bool isKey);
     void openContainer(std::uint64_t number, const Header& header);
-    void readNextContent();
+    bool readContents();
     void closeContainer();
-    Retained<NSObject> leaf(const Header& header);
+    Retained<NSObject> leaf(const Header& header, bool isKey);
     Retained<NSObject> integerAt(const Header& header);
     Retained<NSObject> realAt(const Header& header);
-    Retained<NSObject> stringAt(Header header);
+    Retained<NSObject> stringAt(Header header, bool isKey);
     Retained<NSObject> uidAt(const Header& header);
 
-    bool isKeyPlace() const;
+    std::size_t mostFollowed() const { return document_.size() + mostSharedReferences; }
+    std::string_view keysOf(const OpenContainer& container) const;
+    Model& modelFor(std::string_view keys);
     std::uint64_t bigEndian(std::size_t position, std::size_t size) const;
     std::size_t lengthAt(Header& header, std::size_t unitSize);
     std::size_t leafLengthAt(Header& header, std::size_t unitSize);
-    [[noreturn]] void fail(const std::string& text) const;
+    [[noreturn, gnu::cold]] void fail(const char* text) const;
+
+    // Stands for a container that is open, in the place of an object.
+    static inline Object* const openMark = reinterpret_cast<Object*>(alignof(Object));
 
     std::string_view document_;
     const PropertyListObjects objects_;
+    const Object* const stringClass_ = NSString::classObject().object();
     Trailer trailer_{};
-    std::vector<Retained<NSObject>>
-        known_;                // what was read before, by number; not what each place has its own of
-    std::vector<bool> isOpen_; // by number
+    // What was read before, by number; null for what each place has its own of. The containers that are made
+    // hold it.
+    std::vector<Object*> known_;
     std::vector<OpenContainer> open_;
     std::vector<Retained<NSObject>> items_; // of all open containers
-    std::size_t followedCount_ = 0;         // references
-    std::size_t leafBytes_ = 0;             // of the strings and data made
+    // What equal keys have left out of their dictionaries, and what else is known may be it.
+    std::vector<Retained<NSObject>> leftOut_;
+    std::array<Model, 16> models_{};
+    std::size_t followedCount_ = 0; // references
+    std::size_t leafBytes_ = 0;     // of the strings and data made
     // The number of the object being read and where it lies, for the text of a problem.
     std::uint64_t current_ = 0;
     std::uint64_t offset_ = 0;
 };
 
-void Reader::fail(const std::string& text) const {
-    throw PropertyListProblem(text + " in object " + std::to_string(current_) + " at offset "
+void Reader::fail(const char* text) const {
+    throw PropertyListProblem(std::string(text) + " in object " + std::to_string(current_) + " at offset "
                               + std::to_string(offset_));
 }
 
 Retained<NSObject> Reader::read() {
     readTrailer();
     known_.resize(trailer_.objectCount);
-    isOpen_.resize(trailer_.objectCount);
-    readObject(trailer_.topObject);
-    while (!open_.empty()) {
-        if (open_.back().read < open_.back().contentCount)
-            readNextContent();
-        else
-            closeContainer();
-    }
+    readObject(trailer_.topObject, false);
+    while (!open_.empty())
+        if (readContents()) closeContainer();
     return std::move(items_.front());
 }
 
@@ -125,12 +137,15 @@ void Reader::readTrailer() {
         refuse("Trailer with a top object that is not there", start + 16);
 }
 
+// A number of 1 to 8 bytes. There are eight bytes at the position: whatever is read as a number stands before
+// the trailer or is one of its last three fields.
 std::uint64_t Reader::bigEndian(std::size_t position, std::size_t size) const {
-    std::uint64_t value = 0;
     const char* const bytes = document_.data() + position;
-    for (std::size_t index = 0; index < size; ++index)
-        value = value << 8 | static_cast<unsigned char>(bytes[index]);
-    return value;
+    const auto byte = [&](int index) { return std::uint64_t{static_cast<unsigned char>(bytes[index])}; };
+    // One load, and one instruction that turns it round.
+    const std::uint64_t all = byte(0) << 56 | byte(1) << 48 | byte(2) << 40 | byte(3) << 32 | byte(4) << 24
+                              | byte(5) << 16 | byte(6) << 8 | byte(7);
+    return all >> 8 * (8 - size);
 }
 
 // The numbers of objects are checked before they come here.
@@ -170,28 +185,19 @@ std::size_t Reader::leafLengthAt(Header& header, std::size_t unitSize) {
     return length;
 }
 
-// Of the objects that readers make: those at the place of a key are never mutable.
-bool isString(NSObject object) { return object.object()->isa == NSString::classObject().object(); }
-
-bool Reader::isKeyPlace() const {
-    return !open_.empty() && open_.back().isDictionary && open_.back().read <= open_.back().contentCount / 2;
-}
-
-// Appends an object to the items, or opens it when it is a container.
-void Reader::readObject(std::uint64_t number) {
-    if (known_[number]) {
-        items_.push_back(known_[number]);
-    } else {
-        if (isOpen_[number]) fail("Container inside itself");
-        const Header header = headerOf(number);
-        if (header.marker == array || header.marker == dictionary) {
-            if (isKeyPlace()) fail("Key that is no string");
-            return openContainer(number, header);
-        }
-        items_.push_back(leaf(header));
-        if (!objects_.hasMutableLeaves()) known_[number] = items_.back();
+// Appends an object that is not known to the items; false where it is a container that has been opened
+// instead.
+bool Reader::readObject(std::uint64_t number, bool isKey) {
+    if (known_[number]) fail("Container inside itself");
+    const Header header = headerOf(number);
+    if (header.marker == array || header.marker == dictionary) {
+        if (isKey) fail("Key that is no string");
+        openContainer(number, header);
+        return false;
     }
-    if (isKeyPlace() && !isString(items_.back())) fail("Key that is no string");
+    items_.push_back(leaf(header, isKey));
+    if (!objects_.hasMutableLeaves()) known_[number] = items_.back().object();
+    return true;
 }
 
 void Reader::openContainer(std::uint64_t number, const Header& header) {
@@ -200,39 +206,90 @@ void Reader::openContainer(std::uint64_t number, const Header& header) {
     Header behind = header;
     const std::size_t perEntry = isDictionary ? 2 : 1;
     const std::size_t length = lengthAt(behind, perEntry * trailer_.referenceSize);
-    open_.push_back({number, behind.position, perEntry * length, 0, isDictionary});
-    isOpen_[number] = true;
+    OpenContainer& container = open_.emplace_back();
+    container.number = number;
+    container.references = behind.position;
+    container.contentCount = perEntry * length;
+    container.isDictionary = isDictionary;
+    known_[number] = openMark;
+    // Most dictionaries have the keys of another one. Mutable leaves are each place's own.
+    const bool isWithinBounds = followedCount_ + length <= mostFollowed();
+    if (!isDictionary || length == 0 || objects_.hasMutableLeaves() || !isWithinBounds) return;
+    const std::string_view keys = keysOf(container);
+    const Model& model = modelFor(keys);
+    if (model.keys != keys) return;
+    container.model = model.dictionary;
+    container.read = length;
+    followedCount_ += length;
 }
 
-void Reader::readNextContent() {
+std::string_view Reader::keysOf(const OpenContainer& container) const {
+    return document_.substr(container.references, container.contentCount / 2 * trailer_.referenceSize);
+}
+
+// Where a dictionary with such keys is remembered, by the numbers of the first and the last.
+Reader::Model& Reader::modelFor(std::string_view keys) {
+    const auto last = static_cast<unsigned char>(keys.back());
+    const auto first = static_cast<unsigned char>(keys[trailer_.referenceSize - std::size_t{1}]);
+    return models_[(first + 5U * last) % models_.size()];
+}
+
+// Reads on in the innermost container; false where another one has been opened inside it.
+bool Reader::readContents() {
     OpenContainer& container = open_.back();
-    const std::uint64_t number =
-        bigEndian(container.references + container.read * trailer_.referenceSize, trailer_.referenceSize);
-    ++container.read;
-    current_ = container.number;
-    offset_ = container.references + (container.read - 1) * trailer_.referenceSize;
-    if (number >= trailer_.objectCount) fail("Reference to an object that is not there");
-    if (++followedCount_ > document_.size() + mostSharedReferences)
-        fail("Too many copies of shared mutable objects");
-    readObject(number);
+    while (container.read < container.contentCount) {
+        const std::size_t position = container.references + container.read * trailer_.referenceSize;
+        const std::uint64_t number = bigEndian(position, trailer_.referenceSize);
+        const bool isKey = container.isDictionary && container.read < container.contentCount / 2;
+        ++container.read;
+        current_ = container.number;
+        offset_ = position;
+        if (number >= trailer_.objectCount) fail("Reference to an object that is not there");
+        if (++followedCount_ > mostFollowed()) fail("Too many copies of shared mutable objects");
+        Object* const known = known_[number];
+        if (known && known != openMark) {
+            addUnsharedReference(known);
+            items_.push_back(adopt(NSObject(known)));
+        } else if (!readObject(number, isKey)) {
+            return false;
+        }
+        // Of the strings that are made, those at the place of a key are never mutable.
+        if (isKey && items_.back().object()->isa != stringClass_) fail("Key that is no string");
+    }
+    return true;
 }
 
 void Reader::closeContainer() {
-    const OpenContainer container = open_.back();
-    open_.pop_back();
-    isOpen_[container.number] = false;
-    const std::size_t first = items_.size() - container.contentCount;
-    const auto contents = std::span(items_).subspan(first);
+    const OpenContainer& container = open_.back();
     const std::size_t keyCount = container.contentCount / 2;
-    Retained<NSObject> made =
-        container.isDictionary ? objects_.dictionary(contents.data(), contents.data() + keyCount, keyCount, 1)
-                               : objects_.array(contents);
+    const std::size_t itemCount = container.model ? keyCount : container.contentCount;
+    const std::size_t first = items_.size() - itemCount;
+    const auto contents = std::span(items_).subspan(first);
+    Retained<NSObject> made;
+    if (!container.isDictionary) {
+        made = objects_.array(contents);
+    } else if (container.model) {
+        made = objects_.dictionary(container.model, contents.data());
+    } else {
+        made = objects_.dictionary(contents.data(), contents.data() + keyCount, keyCount, 1);
+        bool hasEqualKeys = false;
+        for (Retained<NSObject>& item : contents) {
+            if (!item) continue;
+            hasEqualKeys = true;
+            leftOut_.push_back(std::move(item));
+        }
+        if (!hasEqualKeys && keyCount > 0 && !objects_.hasMutableLeaves()) {
+            const std::string_view keys = keysOf(container);
+            modelFor(keys) = {keys, as<NSDictionary>(made)};
+        }
+    }
     items_.resize(first);
-    if (!objects_.hasMutableContainers()) known_[container.number] = made;
+    known_[container.number] = objects_.hasMutableContainers() ? nullptr : made.object();
+    open_.pop_back();
     items_.push_back(std::move(made));
 }
 
-Retained<NSObject> Reader::leaf(const Header& header) {
+Retained<NSObject> Reader::leaf(const Header& header, bool isKey) {
     Header behind = header;
     switch (header.marker) {
     case simple:
@@ -250,7 +307,7 @@ Retained<NSObject> Reader::leaf(const Header& header) {
     }
     case asciiString:
     case utf16String:
-        return stringAt(header);
+        return stringAt(header, isKey);
     case uid:
         return uidAt(header);
     default:
@@ -283,23 +340,22 @@ Retained<NSObject> Reader::realAt(const Header& header) {
     if (byte == floatByte)
         return PropertyListObjects::singleReal(std::bit_cast<float>(static_cast<std::uint32_t>(bits)));
     const auto value = std::bit_cast<double>(bits);
-    if (byte == dateByte) return retain<NSObject>(NSDate::dateWithTimeIntervalSinceReferenceDate(value));
+    if (byte == dateByte) return PropertyListObjects::date(value);
     return PropertyListObjects::real(value);
 }
 
-Retained<NSObject> Reader::stringAt(Header header) {
+Retained<NSObject> Reader::stringAt(Header header, bool isKey) {
     if (header.marker == asciiString) {
         const std::size_t length = leafLengthAt(header, 1);
         const std::string_view text = document_.substr(header.position, length);
-        for (const char character : text)
-            if (static_cast<unsigned char>(character) >= 0x80) fail("String that is no ASCII");
-        return objects_.string(text, isKeyPlace());
+        if (!utf8::isAscii(text)) fail("String that is no ASCII");
+        return objects_.asciiString(text, isKey);
     }
     const std::size_t length = leafLengthAt(header, 2);
     std::u16string units(length, u'\0');
     for (std::size_t index = 0; index < length; ++index)
         units[index] = static_cast<char16_t>(bigEndian(header.position + 2 * index, 2));
-    return objects_.string(units, isKeyPlace());
+    return objects_.string(units, isKey);
 }
 
 // As on the platform, any number of bytes that makes 32 bits.

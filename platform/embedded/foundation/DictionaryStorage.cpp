@@ -6,29 +6,46 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstdlib>
 #include <limits>
 #include <stdexcept>
 #include <utility>
 
 namespace tessarin::embedded {
 
-std::size_t DictionaryStorage::nextEntry(std::size_t index) const {
-    while (index < entries_.size() && !entries_[index].key) ++index;
-    return index < entries_.size() ? index : notFound;
+namespace {
+
+constexpr std::size_t mostEntries = std::numeric_limits<std::uint32_t>::max() - 1;
+
+// Entries may be moved as bytes, which makes growing a large table cheap.
+DictionaryEntry* resized(DictionaryEntry* entries, std::size_t capacity) {
+    void* const memory = std::realloc(static_cast<void*>(entries), capacity * sizeof(DictionaryEntry));
+    if (!memory) throw std::bad_alloc();
+    return static_cast<DictionaryEntry*>(memory);
 }
 
-// The number of slots is a power of two.
+} // namespace
+
+DictionaryStorage::~DictionaryStorage() {
+    if (!isInline_) std::free(static_cast<void*>(entries_));
+}
+
+std::size_t DictionaryStorage::nextEntry(std::size_t index) const {
+    while (index < size_ && !entries_[index].key) ++index;
+    return index < size_ ? index : notFound;
+}
+
 std::size_t DictionaryStorage::slotOf(NSUInteger hash) const {
-    return static_cast<std::size_t>(spreadHash(hash) >> (64 - std::countr_zero(slots_.size())));
+    return static_cast<std::size_t>(spreadHash(hash) >> (64 - slotBits_));
 }
 
 DictionaryStorage::Candidates::Candidates(const DictionaryStorage& storage, NSUInteger hash)
-    : hash_(hash), position_(storage.slots_.empty() ? 0 : storage.slotOf(hash)) {}
+    : hash_(hash), position_(storage.slots_ ? storage.slotOf(hash) : 0) {}
 
 std::size_t DictionaryStorage::Candidates::next(const DictionaryStorage& storage) {
-    const std::vector<DictionaryEntry>& entries = storage.entries_;
-    if (storage.slots_.empty()) {
-        while (position_ < entries.size()) {
+    const DictionaryEntry* const entries = storage.entries_;
+    if (!storage.slots_) {
+        while (position_ < storage.size_) {
             const std::size_t index = position_++;
             if (entries[index].hash == hash_ && entries[index].key) return index;
         }
@@ -36,7 +53,7 @@ std::size_t DictionaryStorage::Candidates::next(const DictionaryStorage& storage
     }
     // A removed entry still holds its slot, so that those behind it are found; the table is never full.
     while (const std::uint32_t slot = storage.slots_[position_]) {
-        position_ = (position_ + 1) & (storage.slots_.size() - 1);
+        position_ = (position_ + 1) & (storage.slotCount() - 1);
         const std::size_t index = slot - 1;
         if (entries[index].hash == hash_ && entries[index].key) return index;
     }
@@ -44,60 +61,75 @@ std::size_t DictionaryStorage::Candidates::next(const DictionaryStorage& storage
 }
 
 void DictionaryStorage::fillSlots(std::size_t slotCount) {
-    slots_.assign(slotCount, 0);
+    slots_ = std::make_unique<std::uint32_t[]>(slotCount);
+    slotBits_ = static_cast<std::uint8_t>(std::countr_zero(slotCount));
     const std::size_t mask = slotCount - 1;
-    for (std::size_t index = 0; index < entries_.size(); ++index) {
+    for (std::uint32_t index = 0; index < size_; ++index) {
         std::size_t slot = slotOf(entries_[index].hash);
         while (slots_[slot] != 0) slot = (slot + 1) & mask;
-        slots_[slot] = static_cast<std::uint32_t>(index + 1);
+        slots_[slot] = index + 1;
     }
 }
 
+// At most two thirds of the slots are taken.
+void DictionaryStorage::reserveSlots(std::size_t entries) {
+    const std::size_t wanted = std::bit_ceil(entries + entries / 2);
+    if (entries > smallSize && wanted > slotCount()) fillSlots(wanted);
+}
+
 void DictionaryStorage::reserve(std::size_t entries) {
-    if (entries >= std::numeric_limits<std::uint32_t>::max())
-        throw std::length_error("too many dictionary entries");
-    if (entries > entries_.capacity()) entries_.reserve(entries);
-    // At most two thirds of the slots are taken.
-    const std::size_t slotCount = std::bit_ceil(entries + entries / 2);
-    if (entries > smallSize && slotCount > slots_.size()) fillSlots(slotCount);
+    if (entries > mostEntries) throw std::length_error("too many dictionary entries");
+    if (entries > capacity_) {
+        DictionaryEntry* const grown = resized(isInline_ ? nullptr : entries_, entries);
+        if (isInline_) std::copy_n(entries_, size_, grown);
+        entries_ = grown;
+        capacity_ = static_cast<std::uint32_t>(entries);
+        isInline_ = false;
+    }
+    reserveSlots(entries);
+}
+
+void DictionaryStorage::reserveInline(void* space, std::size_t entries) {
+    entries_ = static_cast<DictionaryEntry*>(space);
+    capacity_ = static_cast<std::uint32_t>(entries);
+    isInline_ = true;
+    reserveSlots(entries);
 }
 
 void DictionaryStorage::copyFrom(const DictionaryStorage& other) {
     reserve(other.count_);
-    for (const DictionaryEntry& entry : other.entries_) {
+    for (std::size_t index = 0; index < other.size_; ++index) {
+        const DictionaryEntry& entry = other.entries_[index];
         if (!entry.key) continue;
         runtime::retain(entry.key.object());
         runtime::retain(entry.object.object());
-        append(entry);
+        append(entry.hash, entry.key, entry.object);
     }
 }
 
 void DictionaryStorage::makeRoom() {
-    const std::size_t size = entries_.size();
-    const bool hasRoom = slots_.empty() ? size < smallSize : size + size / 2 < slots_.size();
+    const std::size_t size = size_;
+    const bool hasRoom = slots_ ? size + size / 2 < slotCount() : size < smallSize;
     if (hasRoom) {
-        if (size == entries_.capacity()) entries_.reserve(std::max<std::size_t>(2 * size, 4));
+        if (size == capacity_) reserve(std::max<std::size_t>(2 * size, 4));
         return;
     }
     // Where a quarter of the places is left by removed entries, closing up is enough.
     if (count_ <= size - size / 4) {
-        std::erase_if(entries_, [](const DictionaryEntry& entry) { return !entry.key; });
-        if (!slots_.empty()) fillSlots(slots_.size());
+        const auto isRemoved = [](const DictionaryEntry& entry) { return !entry.key; };
+        size_ = static_cast<std::uint32_t>(std::remove_if(entries_, entries_ + size, isRemoved) - entries_);
+        if (slots_) fillSlots(slotCount());
     } else {
         reserve(2 * size);
     }
 }
 
-void DictionaryStorage::append(const DictionaryEntry& entry) {
+void DictionaryStorage::makePlace(NSUInteger hash) {
     makeRoom();
-    if (!slots_.empty()) {
-        std::size_t slot = slotOf(entry.hash);
-        while (slots_[slot] != 0) slot = (slot + 1) & (slots_.size() - 1);
-        slots_[slot] = static_cast<std::uint32_t>(entries_.size() + 1);
-    }
-    entries_.push_back(entry);
-    ++count_;
-    ++mutations;
+    if (!slots_) return;
+    std::size_t slot = slotOf(hash);
+    while (slots_[slot] != 0) slot = (slot + 1) & (slotCount() - 1);
+    slots_[slot] = size_ + 1;
 }
 
 NSObject DictionaryStorage::replaceObject(std::size_t index, NSObject object) {
@@ -112,11 +144,24 @@ DictionaryEntry DictionaryStorage::take(std::size_t index) {
     return {entry.hash, std::exchange(entry.key, nil), std::exchange(entry.object, nil)};
 }
 
-std::vector<DictionaryEntry> DictionaryStorage::takeAll() {
+void DictionaryStorage::swapEntries(DictionaryStorage& other) {
+    std::swap(entries_, other.entries_);
+    std::swap(slots_, other.slots_);
+    std::swap(size_, other.size_);
+    std::swap(capacity_, other.capacity_);
+    std::swap(count_, other.count_);
+    std::swap(slotBits_, other.slotBits_);
+    std::swap(isInline_, other.isInline_);
     ++mutations;
-    count_ = 0;
-    slots_.clear();
-    return std::exchange(entries_, {});
+    ++other.mutations;
+}
+
+Retained<NSDictionary> newDictionaryWithRoom(std::size_t entries) {
+    if (entries > mostEntries) throw std::length_error("too many dictionary entries");
+    Retained<NSDictionary> dictionary =
+        adopt(NSDictionary(createInstance(NSDictionary::classObject(), entries * sizeof(DictionaryEntry))));
+    storageOf<DictionaryStorage>(dictionary).reserveInline(extraBytesOf(dictionary.object()), entries);
+    return dictionary;
 }
 
 bool areEqual(NSObject key, NSObject candidate) {
@@ -156,7 +201,7 @@ void setEntry(NSDictionary dictionary, NSObject object, NSObject key) {
     if (!ownKey) raise(NSInvalidArgumentException(), "the copy of a dictionary's key cannot be nil"_ns);
     // Copying is the key's own code, which might have changed the dictionary.
     if (storage.mutations != mutations) runtime::raiseMutation(dictionary.object());
-    storage.append({hash, ownKey, held});
+    storage.append(hash, ownKey, held);
     static_cast<void>(ownKey.leak());
     static_cast<void>(held.leak());
 }

@@ -7,6 +7,7 @@
 #include "platform/embedded/runtime/BuiltInClass.h"
 
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 namespace tessarin::embedded {
@@ -25,11 +26,11 @@ public:
     DictionaryStorage() = default;
     DictionaryStorage(const DictionaryStorage&) = delete;
     DictionaryStorage& operator=(const DictionaryStorage&) = delete;
-    ~DictionaryStorage() = default;
+    ~DictionaryStorage();
 
     NSUInteger count() const { return count_; }
     // Every entry has an index below this one; nextEntry passes over the removed ones.
-    std::size_t size() const { return entries_.size(); }
+    std::size_t size() const { return size_; }
     const DictionaryEntry& entry(std::size_t index) const { return entries_[index]; }
     // The first entry at or after an index, or notFound.
     std::size_t nextEntry(std::size_t index) const;
@@ -48,15 +49,29 @@ public:
 
     // The changes to the entries send no message, so that nothing interrupts them.
     void reserve(std::size_t entries);
+    // The same for an empty table, whose entries are kept in `space`, behind the object, until there are
+    // more.
+    void reserveInline(void* space, std::size_t entries);
     // Makes an empty table a copy of another, with references of its own.
     void copyFrom(const DictionaryStorage& other);
-    // Adds a key that is not there, taking over the caller's references.
-    void append(const DictionaryEntry& entry);
+    // Adds a key that is not there, taking over the caller's references. The entry does not come as a
+    // structure: its parts would be written one by one and read at once, for which a processor has to wait.
+    void append(NSUInteger hash, NSObject key, NSObject object) {
+        if (slots_ || size_ >= capacity_ || size_ >= smallSize) makePlace(hash);
+        DictionaryEntry& entry = *std::construct_at(entries_ + size_);
+        entry.hash = hash;
+        entry.key = key;
+        entry.object = object;
+        ++size_;
+        ++count_;
+        ++mutations;
+    }
     // Takes an object's place, handing the reference to the old one to the caller.
     NSObject replaceObject(std::size_t index, NSObject object);
     // Takes an entry out, handing its references to the caller.
     DictionaryEntry take(std::size_t index);
-    std::vector<DictionaryEntry> takeAll();
+    // Exchanges the entries of two tables.
+    void swapEntries(DictionaryStorage& other);
 
     NSUInteger mutations = 0;
 
@@ -64,13 +79,21 @@ private:
     // Up to this size a look-up passes over all hashes, which is faster than any table.
     static constexpr std::size_t smallSize = 8;
 
+    std::size_t slotCount() const { return slots_ ? std::size_t{1} << slotBits_ : 0; }
     std::size_t slotOf(NSUInteger hash) const;
     void fillSlots(std::size_t slotCount);
+    void reserveSlots(std::size_t entries);
     void makeRoom();
+    // Makes room for one more entry, and a slot that says where it will be.
+    void makePlace(NSUInteger hash);
 
-    std::vector<DictionaryEntry> entries_; // in order of insertion
-    std::vector<std::uint32_t> slots_;     // index of an entry + 1, or 0; none while the table is small
-    NSUInteger count_ = 0;
+    DictionaryEntry* entries_ = nullptr;     // in order of insertion
+    std::unique_ptr<std::uint32_t[]> slots_; // index of an entry + 1, or 0; none while the table is small
+    std::uint32_t size_ = 0;
+    std::uint32_t capacity_ = 0;
+    std::uint32_t count_ = 0;
+    std::uint8_t slotBits_ = 0; // their number is this power of two
+    bool isInline_ = false;     // whether the entries stand behind the object
 };
 
 // Whether an object is a dictionary that no subclass has taken the primitive operations, count, objectForKey:
@@ -81,6 +104,9 @@ inline bool hasDictionaryStorage(NSObject object) {
     return classObject == "NSDictionary"_class.object() || classObject == "NSMutableDictionary"_class.object()
            || inheritsDictionaryPrimitives(object);
 }
+
+// A new dictionary without entries, with room behind it for as many as it will ever have.
+Retained<NSDictionary> newDictionaryWithRoom(std::size_t entries);
 
 // The entry of a key in a dictionary with storage of its own, or notFound. The key is sent hash and isEqual:;
 // whatever these raise passes through, and one that changes the dictionary is refused.

@@ -1,7 +1,5 @@
+#include "platform/embedded/foundation/DateStorage.h"
 #include "platform/embedded/foundation/KeyedCoding.h"
-
-#include "TessarinPlatform/NSDate.h"
-#include "TessarinPlatform/Retained.h"
 
 #include <bit>
 #include <chrono>
@@ -10,10 +8,6 @@
 
 namespace tessarin::embedded {
 namespace {
-
-struct DateStorage {
-    NSTimeInterval sinceReferenceDate = 0; // 2001-01-01 00:00:00 UTC
-};
 
 constexpr NSTimeInterval referenceSince1970 = 978307200;
 
@@ -144,6 +138,12 @@ NSString description(NSDate self, SEL) {
 }
 
 } // namespace
+
+Retained<NSDate> newDate(NSTimeInterval sinceReferenceDate) {
+    Retained<NSDate> date = adopt(NSDate(createInstance(NSDate::classObject())));
+    storageOf<DateStorage>(date).sinceReferenceDate = sinceReferenceDate;
+    return date;
+}
 
 ClassDescription describeNSDate() {
     return {

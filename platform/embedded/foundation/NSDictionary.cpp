@@ -149,9 +149,10 @@ NSDictionary initWithDictionary(NSDictionary self, SEL selector, NSDictionary ot
 }
 
 void dealloc(NSDictionary self, SEL) {
-    for (const DictionaryEntry& entry : storageOf(self).takeAll()) {
-        runtime::release(entry.key.object());
-        runtime::release(entry.object.object());
+    const DictionaryStorage& storage = storageOf(self);
+    for (std::size_t index = 0; index < storage.size(); ++index) {
+        runtime::release(storage.entry(index).key.object());
+        runtime::release(storage.entry(index).object.object());
     }
     sendSuper<void>(self, NSDictionary::classObject(), "dealloc"_sel);
 }

@@ -86,9 +86,11 @@ void removeAllObjects(NSMutableDictionary self, SEL) {
         return;
     }
     // They go when the dictionary is whole again, since a release may set off code that looks at it.
-    for (const DictionaryEntry& entry : storageOf(self).takeAll()) {
-        runtime::release(entry.key.object());
-        runtime::release(entry.object.object());
+    DictionaryStorage taken;
+    storageOf(self).swapEntries(taken);
+    for (std::size_t index = 0; index < taken.size(); ++index) {
+        runtime::release(taken.entry(index).key.object());
+        runtime::release(taken.entry(index).object.object());
     }
 }
 

@@ -76,7 +76,7 @@ private:
 
     std::string_view text_;
     std::size_t position_ = 0;
-    const PropertyListObjects objects_;
+    PropertyListObjects objects_;
     std::vector<OpenContainer> open_;
     std::vector<Retained<NSObject>> items_; // of all open containers; of a dictionary key, value, key, ...
 };

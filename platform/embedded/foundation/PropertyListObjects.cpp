@@ -3,21 +3,50 @@
 #include "TessarinPlatform/NSMutableData.h"
 #include "platform/embedded/foundation/ArrayStorage.h"
 #include "platform/embedded/foundation/DataStorage.h"
+#include "platform/embedded/foundation/DateStorage.h"
 #include "platform/embedded/foundation/DictionaryStorage.h"
 #include "platform/embedded/foundation/NumberValue.h"
 #include "platform/embedded/foundation/StringStorage.h"
+#include "platform/embedded/runtime/ReferenceCounting.h"
+#include "platform/services/Utf8.h"
 
 namespace tessarin::embedded {
 
-Retained<NSObject> PropertyListObjects::string(std::string_view utf8, bool isKey) const {
-    if (isKey || !hasMutableLeaves()) return newStringFromUtf8(utf8);
+Retained<NSObject> PropertyListObjects::string(std::string_view utf8, bool isKey) {
+    if (isKey) return key(utf8);
+    if (!hasMutableLeaves()) return newStringFromUtf8(utf8);
     return adopt(NSObject(NSMutableString::alloc().initWithBytes_length_encoding(utf8.data(), utf8.size(),
                                                                                  NSUTF8StringEncoding)));
+}
+
+Retained<NSObject> PropertyListObjects::key(std::string_view utf8) {
+    if (utf8.empty()) return newStringFromUtf8(utf8);
+    // Any place would do. Keys of one list mostly differ in these.
+    const auto letter = [&](std::size_t index) -> std::size_t {
+        return static_cast<unsigned char>(utf8[index]);
+    };
+    const std::size_t place =
+        utf8.size() + 3 * letter(0) + 5 * letter(utf8.size() / 2) + 7 * letter(utf8.size() - 1);
+    Retained<NSString>& known = keys_[place % keys_.size()];
+    if (known && equalUnits(storageOf<StringStorage>(known).view(), StringView(utf8))) {
+        addUnsharedReference(known.object());
+        return adopt(NSObject(known));
+    }
+    Retained<NSString> made = newStringFromUtf8(utf8);
+    // Other texts may have bytes that are the units of this one.
+    if (utf8::isAscii(utf8)) known = made;
+    return made;
 }
 
 Retained<NSObject> PropertyListObjects::string(std::u16string_view units, bool isKey) const {
     if (isKey || !hasMutableLeaves()) return newString(units);
     return adopt(NSObject(NSMutableString::alloc().initWithCharacters_length(units.data(), units.size())));
+}
+
+Retained<NSObject> PropertyListObjects::asciiString(std::string_view ascii, bool isKey) const {
+    if (isKey || !hasMutableLeaves()) return newString(StringView(ascii));
+    return adopt(NSObject(NSMutableString::alloc().initWithBytes_length_encoding(ascii.data(), ascii.size(),
+                                                                                 NSUTF8StringEncoding)));
 }
 
 Retained<NSObject> PropertyListObjects::data(std::string_view bytes) const {
@@ -41,6 +70,10 @@ Retained<NSObject> PropertyListObjects::singleReal(float value) {
     return newNumber(NumberValue::ofFloat(value));
 }
 
+Retained<NSObject> PropertyListObjects::date(NSTimeInterval sinceReferenceDate) {
+    return newDate(sinceReferenceDate);
+}
+
 Retained<NSObject> PropertyListObjects::array(std::span<Retained<NSObject>> items) const {
     if (!hasMutableContainers())
         return newArrayOfNew(items.size(), [&](std::size_t index) { return std::move(items[index]); });
@@ -51,23 +84,40 @@ Retained<NSObject> PropertyListObjects::array(std::span<Retained<NSObject>> item
     return array;
 }
 
+Retained<NSDictionary> PropertyListObjects::newDictionary(std::size_t count) const {
+    if (!hasMutableContainers()) return newDictionaryWithRoom(count);
+    Retained<NSDictionary> dictionary =
+        adopt(NSDictionary(createInstance(NSMutableDictionary::classObject())));
+    storageOf<DictionaryStorage>(dictionary).reserve(count);
+    return dictionary;
+}
+
 Retained<NSObject> PropertyListObjects::dictionary(Retained<NSObject>* keys, Retained<NSObject>* values,
                                                    std::size_t count, std::size_t step) const {
-    const Class dictionaryClass =
-        hasMutableContainers() ? NSMutableDictionary::classObject() : NSDictionary::classObject();
-    Retained<NSObject> dictionary = adopt(NSObject(createInstance(dictionaryClass)));
+    Retained<NSDictionary> dictionary = newDictionary(count);
     DictionaryStorage& storage = storageOf<DictionaryStorage>(dictionary);
-    storage.reserve(count);
     for (std::size_t index = 0; index < count; ++index) {
         Retained<NSObject>& key = keys[index * step];
         Retained<NSObject>& value = values[index * step];
         const NSUInteger hash = key.hash();
-        const std::size_t found = findEntry(as<NSDictionary>(dictionary), key, hash);
+        const std::size_t found = findEntry(dictionary, key, hash);
         if (found == DictionaryStorage::notFound) {
-            storage.append({hash, key.leak(), value.leak()});
+            storage.append(hash, key.leak(), value.leak());
         } else {
-            const Retained<NSObject> replaced = adopt(storage.replaceObject(found, value.leak()));
+            value = adopt(storage.replaceObject(found, value.leak()));
         }
+    }
+    return dictionary;
+}
+
+Retained<NSObject> PropertyListObjects::dictionary(NSDictionary other, Retained<NSObject>* values) const {
+    const DictionaryStorage& model = storageOf<DictionaryStorage>(other);
+    Retained<NSDictionary> dictionary = newDictionary(model.count());
+    DictionaryStorage& storage = storageOf<DictionaryStorage>(dictionary);
+    for (std::size_t index = 0; index < model.count(); ++index) {
+        const DictionaryEntry& entry = model.entry(index);
+        addUnsharedReference(entry.key.object());
+        storage.append(entry.hash, entry.key, values[index].leak());
     }
     return dictionary;
 }

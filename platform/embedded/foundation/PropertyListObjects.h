@@ -1,10 +1,12 @@
 // The objects that readers of property lists make, as immutable or mutable as the reader was asked for.
 #pragma once
 
+#include "TessarinPlatform/NSDictionary.h"
 #include "TessarinPlatform/NSPropertyListSerialization.h"
 #include "TessarinPlatform/Retained.h"
 #include "platform/services/PropertyListKinds.h"
 
+#include <array>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -18,9 +20,11 @@ public:
     bool hasMutableContainers() const { return mutability_ != NSPropertyListImmutable; }
     bool hasMutableLeaves() const { return mutability_ == NSPropertyListMutableContainersAndLeaves; }
 
-    // nil for ill-formed UTF-8. A key is immutable in any case.
-    Retained<NSObject> string(std::string_view utf8, bool isKey) const;
+    // nil for ill-formed UTF-8. A key is immutable in any case, and one that was met before may be the same
+    // object.
+    Retained<NSObject> string(std::string_view utf8, bool isKey);
     Retained<NSObject> string(std::u16string_view units, bool isKey) const;
+    Retained<NSObject> asciiString(std::string_view ascii, bool isKey) const;
     Retained<NSObject> data(std::string_view bytes) const;
     // Integers are 64 bits wide, whatever width they were written in.
     static Retained<NSObject> integer(std::int64_t value);
@@ -28,11 +32,13 @@ public:
     static Retained<NSObject> boolean(bool value);
     static Retained<NSObject> real(double value);
     static Retained<NSObject> singleReal(float value);
+    static Retained<NSObject> date(NSTimeInterval sinceReferenceDate);
 
     // Containers take over the references to what they hold, which leaves nil there.
     Retained<NSObject> array(std::span<Retained<NSObject>> items) const;
     // Every `step`th object from `keys` on is a key, that of the value at the same place from `values` on. Of
-    // equal keys the last counts. Keys are strings that this has made.
+    // equal keys the last counts, and what does not is left where it was. Keys are strings that this has
+    // made.
     Retained<NSObject> dictionary(Retained<NSObject>* keys, Retained<NSObject>* values, std::size_t count,
                                   std::size_t step) const;
     // Key, value, key, value, ...
@@ -41,8 +47,18 @@ public:
         return dictionary(keys, keys ? keys + 1 : keys, keysAndValues.size() / 2, 2);
     }
 
+    // A dictionary with the keys of another, both made here, and values for them in the same order. The other
+    // has had no other owner yet.
+    Retained<NSObject> dictionary(NSDictionary other, Retained<NSObject>* values) const;
+
 private:
+    Retained<NSObject> key(std::string_view utf8);
+    // Empty, with room for as many entries.
+    Retained<NSDictionary> newDictionary(std::size_t count) const;
+
     NSPropertyListMutabilityOptions mutability_;
+    // Keys of the last dictionaries, all ASCII, each in the one place where its text belongs.
+    std::array<Retained<NSString>, 64> keys_;
 };
 
 } // namespace tessarin::embedded

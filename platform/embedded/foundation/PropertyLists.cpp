@@ -1,9 +1,9 @@
 #include "platform/embedded/foundation/PropertyLists.h"
 
-#include "TessarinPlatform/NSDate.h"
 #include "TessarinPlatform/NSMutableData.h"
 #include "TessarinPlatform/PropertyLists.h"
 #include "platform/embedded/foundation/DataStorage.h"
+#include "platform/embedded/foundation/DateStorage.h"
 #include "platform/embedded/foundation/NumberValue.h"
 #include "platform/embedded/foundation/StringStorage.h"
 #include "platform/services/PropertyListCopy.h"
@@ -30,13 +30,9 @@ std::string propertyListDefect(NSObject object, NSPropertyListFormat format) {
     return PropertyListExamination<PropertyListStorage>(format).defectOf(object);
 }
 
-bool PropertyListStorage::isForeign(NSObject object, PropertyListKind kind) {
+bool PropertyListStorage::isForeignLeaf(NSObject object, PropertyListKind kind) {
     const auto isExactly = [&](Class classObject) { return object.object()->isa == classObject.object(); };
     switch (kind) {
-    case PropertyListKind::array:
-        return !hasArrayStorage(object);
-    case PropertyListKind::dictionary:
-        return !hasDictionaryStorage(object);
     case PropertyListKind::string:
         return !directStorage(as<NSString>(object));
     case PropertyListKind::number:
@@ -96,8 +92,7 @@ Retained<NSObject> PropertyListStorage::newLeaf(NSObject leaf, PropertyListKind 
         return newNumber(value.kind == NumberKind::int32 ? NumberValue::ofInt64(value.integer) : value);
     }
     case PropertyListKind::date:
-        return retain<NSObject>(NSDate::dateWithTimeIntervalSinceReferenceDate(
-            as<NSDate>(leaf).timeIntervalSinceReferenceDate()));
+        return newDate(as<NSDate>(leaf).timeIntervalSinceReferenceDate());
     case PropertyListKind::data:
         return newData(bytesOf(as<NSData>(leaf)));
     default:

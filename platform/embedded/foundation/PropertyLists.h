@@ -24,13 +24,20 @@ struct PropertyListStorage {
         return container.object()->references.load(std::memory_order_relaxed) != 1
                || container.object()->isa->countsReferencesItself.load(std::memory_order_relaxed);
     }
-    static bool isForeign(NSObject object, PropertyListKind kind);
+    static bool isForeign(NSObject object, PropertyListKind kind) {
+        if (kind == PropertyListKind::array) return !hasArrayStorage(object);
+        if (kind == PropertyListKind::dictionary) return !hasDictionaryStorage(object);
+        return isForeignLeaf(object, kind);
+    }
 
     class Contents {
     public:
         Contents(NSObject container, PropertyListKind kind)
+            : Contents(container, kind, isForeign(container, kind)) {}
+        Contents(NSObject container, PropertyListKind kind, bool isForeign)
             : container_(container), isDictionary_(kind == PropertyListKind::dictionary) {
-            if (isForeign(container, kind)) fetched_ = std::make_unique<FetchedContents>(container, kind);
+            if (isForeign) [[unlikely]]
+                fetched_ = std::make_unique<FetchedContents>(container, kind);
         }
 
         NSObject container() const { return container_; }
@@ -49,11 +56,13 @@ struct PropertyListStorage {
             if (!isDictionary_) {
                 const ArrayStorage& storage = storageOf<ArrayStorage>(container_);
                 if (position_ >= storage.count) return false;
+                if (position_ + ahead < storage.count) bringNear(storage.items[position_ + ahead]);
                 object = storage.items[position_++];
                 return true;
             }
             const DictionaryStorage& storage = storageOf<DictionaryStorage>(container_);
             while (position_ < storage.size()) {
+                if (position_ + ahead < storage.size()) bringNear(storage.entry(position_ + ahead).object);
                 const DictionaryEntry& entry = storage.entry(position_++);
                 if (!entry.key) continue;
                 key = entry.key;
@@ -64,6 +73,14 @@ struct PropertyListStorage {
         }
 
     private:
+        // How far ahead of their turn objects are brought into the cache, the beginning of a container's
+        // entries with it.
+        static constexpr std::size_t ahead = 4;
+        static void bringNear(NSObject object) {
+            __builtin_prefetch(object.object());
+            __builtin_prefetch(reinterpret_cast<const std::byte*>(object.object()) + 64);
+        }
+
         bool nextFetched(NSObject& key, NSObject& object) {
             if (position_ == fetched_->objects.size()) return false;
             if (isDictionary_) key = fetched_->keys[position_];
@@ -77,6 +94,7 @@ struct PropertyListStorage {
         bool isDictionary_;
     };
 
+    static bool isForeignLeaf(NSObject object, PropertyListKind kind);
     static Retained<NSObject> newMutableContainer(NSObject source, PropertyListKind kind);
     static NSUInteger countOf(NSObject container, PropertyListKind kind) {
         return kind == PropertyListKind::array ? storageOf<ArrayStorage>(container).count

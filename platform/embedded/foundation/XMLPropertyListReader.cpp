@@ -1,7 +1,6 @@
 #include "platform/embedded/foundation/XMLPropertyListReader.h"
 
 #include "TessarinPlatform/AutoreleasePool.h"
-#include "TessarinPlatform/NSDate.h"
 #include "platform/embedded/foundation/DocumentText.h"
 #include "platform/embedded/foundation/PropertyListObjects.h"
 #include "platform/embedded/foundation/XMLPropertyListValues.h"
@@ -37,7 +36,7 @@ private:
     Retained<NSObject> makeData(std::string_view text) const;
 
     XMLScanner scanner_;
-    const PropertyListObjects objects_;
+    PropertyListObjects objects_;
     std::vector<OpenContainer> open_;
     std::vector<Retained<NSObject>> items_; // of all open containers; of a dictionary key, value, key, ...
     std::string buffer_;
@@ -140,7 +139,7 @@ Retained<NSObject> Reader::makeReal(std::string_view text) const {
 Retained<NSObject> Reader::makeDate(std::string_view text) const {
     const auto instant = dateFromText(text);
     if (!instant) scanner_.fail("Date that is malformed or out of range");
-    return retain<NSObject>(NSDate::dateWithTimeIntervalSinceReferenceDate(*instant));
+    return PropertyListObjects::date(*instant);
 }
 
 Retained<NSObject> Reader::makeData(std::string_view text) const {
