@@ -28,7 +28,8 @@ bool isKindOfItsClass(NSObject object) {
 }
 
 // Other objects count as of no particular type.
-std::string propertyListTypeName(NSObject object) {
+std::string propertyListTypeName(NSObject asked) {
+    const Retained<NSObject> object = retain(asked); // to be asked is other code
     const auto isOf = [&](Class classObject) { return classObject && object.isKindOfClass(classObject); };
     if (const auto number = kindOf<NSNumber>(object)) return isBoolean(number) ? "CFBoolean" : "CFNumber";
     if (isOf("NSNull"_class)) return "CFNull";
