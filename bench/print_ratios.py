@@ -12,7 +12,8 @@ NANOSECONDS = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
 
 
 def medians(arguments):
-    times = {}
+    """The median times by name, and the median times for an item where a benchmark counts items."""
+    times, item_times = {}, {}
     for argument in arguments:
         platform, _, path = argument.partition("=")
         with open(path, encoding="utf-8") as file:
@@ -22,7 +23,9 @@ def medians(arguments):
                 name = ("native:" if platform == "native" else "") + run["run_name"]
                 # Processor time: the machine's other work does not count.
                 times.setdefault(name, []).append(run["cpu_time"] * NANOSECONDS[run["time_unit"]])
-    return {name: statistics.median(values) for name, values in times.items()}
+                if "items_per_second" in run:
+                    item_times.setdefault(name, []).append(NANOSECONDS["s"] / run["items_per_second"])
+    return [{name: statistics.median(values) for name, values in each.items()} for each in (times, item_times)]
 
 
 def verdict(kind, limit, ratio):
@@ -41,7 +44,7 @@ def readable(nanoseconds):
 
 
 def main():
-    times = medians(sys.argv[2:])
+    times, item_times = medians(sys.argv[2:])
     print(f"{'ours':>10} {'rival':>10} {'ratio':>9}  ")
     for line in open(sys.argv[1], encoding="utf-8"):
         if line.startswith("#"):
@@ -49,6 +52,10 @@ def main():
         kind, limit, ours, rival, meaning = line.rstrip("\n").split("\t")
         if ours not in times or (rival != "-" and rival not in times):
             print(f"{'':>10} {'':>10} {'':>9}  {meaning}: not measured")
+            continue
+        if kind == "item":
+            each = item_times[ours]
+            print(f"{readable(times[ours]):>10} {'':>10} {each:>6.2f} ns  {meaning}  {verdict(kind, limit, each)}")
             continue
         if rival == "-":
             print(f"{readable(times[ours]):>10} {'':>10} {'':>9}  {meaning}")

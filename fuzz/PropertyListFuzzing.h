@@ -4,10 +4,12 @@
 
 #include "TessarinPlatform/TessarinPlatform.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <iostream>
+#include <map>
 
 namespace tessarin::fuzzing {
 
@@ -22,6 +24,30 @@ inline id readPropertyList(NSData document, NSPropertyListMutabilityOptions opti
                                                                                   error);
 }
 
+// How many objects a property list would hold if nothing in it were shared; of a sum beyond all measure, some
+// large number.
+class UnsharedSize {
+public:
+    std::size_t of(NSObject object) {
+        const auto array = kindOf<NSArray>(object);
+        const auto dictionary = kindOf<NSDictionary>(object);
+        if (!array && !dictionary) return 1;
+        if (const auto known = sizes_.find(object.object()); known != sizes_.end()) return known->second;
+        std::size_t size = 1;
+        for (const NSObject each : array ? array : dictionary.allValues())
+            size = std::min(size + of(each), largest);
+        return sizes_[object.object()] = size;
+    }
+
+private:
+    static constexpr std::size_t largest = std::size_t{1} << 32;
+    std::map<Object*, std::size_t> sizes_; // of the containers
+};
+
+// Few bytes may stand for a million objects where each place has its own. Making them over and over, under
+// the sanitizers, would take nearly all of a fuzzer's time.
+inline bool standsForMany(NSObject propertyList) { return UnsharedSize().of(propertyList) > 10'000; }
+
 // Reads the bytes, writes what they hold in a format, and reads that.
 inline void checkPropertyList(const std::uint8_t* data, std::size_t size, NSPropertyListFormat format) {
     const AutoreleasePool pool;
@@ -35,12 +61,16 @@ inline void checkPropertyList(const std::uint8_t* data, std::size_t size, NSProp
         return;
     }
     require(!error, "what can be read gives no error");
+    const bool keepsShared = format == NSPropertyListBinaryFormat_v1_0;
+    const bool isHuge = standsForMany(propertyList);
+    if (isHuge && !keepsShared) return;
 
     const NSData written = NSPropertyListSerialization::dataWithPropertyList_format_options_error(
         propertyList, format, 0, &error);
     require(bool(written), "what was read can be written");
     for (const NSUInteger options : {NSPropertyListImmutable, NSPropertyListMutableContainers,
                                      NSPropertyListMutableContainersAndLeaves}) {
+        if (isHuge && options != NSPropertyListImmutable) continue;
         const NSObject again = readPropertyList(written, options, &error);
         // Only a list that shares mutable parts beyond all measure is refused.
         if (!again && options != NSPropertyListImmutable) continue;

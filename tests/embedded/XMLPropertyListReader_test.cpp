@@ -336,5 +336,45 @@ TEST_F(XMLPropertyListReaderTest, LongDocumentsTakeTimeInProportion) {
               "Document type that is not closed, begun at line 1");
 }
 
+// ---- Keys, which are kept for the dictionaries that follow
+
+TEST_F(XMLPropertyListReaderTest, EqualKeysAreOneObject) {
+    const auto list = as<NSArray>(read("<array><dict><key>name</key><true/></dict>"
+                                       "<dict><key>name</key><false/></dict></array>"));
+    const auto keyAt = [&](NSUInteger index) {
+        return NSObject(as<NSDictionary>(list.objectAtIndex(index)).allKeys().objectAtIndex(0));
+    };
+    EXPECT_TRUE(keyAt(0) == keyAt(1));
+}
+
+// They differ where nothing is compared before the whole.
+TEST_F(XMLPropertyListReaderTest, KeysThatDifferOnlyInsideAreToldApart) {
+    const std::string entries = "<key>axbyc</key><string>1</string><key>aybxc</key><string>2</string>";
+    const auto list =
+        as<NSArray>(read("<array><dict>" + entries + "</dict><dict>" + entries + "</dict></array>"));
+    for (const NSObject each : list) {
+        EXPECT_EQ(text(as<NSDictionary>(each).objectForKey("axbyc"_ns)), "1");
+        EXPECT_EQ(text(as<NSDictionary>(each).objectForKey("aybxc"_ns)), "2");
+    }
+}
+
+// The units of the first are the bytes of the second.
+TEST_F(XMLPropertyListReaderTest, KeysThatAreNoASCIIAreToldApart) {
+    const auto texts = as<NSDictionary>(read("<dict><key>\xC3\x83\xC2\xA9</key><string>1</string>"
+                                             "<key>\xC3\xA9</key><string>2</string>"
+                                             "<key></key><string>3</string></dict>"));
+    EXPECT_EQ(texts.count(), 3u);
+    EXPECT_EQ(text(texts.objectForKey(u"\u00C3\u00A9"_ns)), "1");
+    EXPECT_EQ(text(texts.objectForKey(u"\u00E9"_ns)), "2");
+    EXPECT_EQ(text(texts.objectForKey(""_ns)), "3");
+}
+
+TEST_F(XMLPropertyListReaderTest, ALateEqualKeyReplacesTheValue) {
+    const auto texts = as<NSDictionary>(read("<dict><key>a</key><string>1</string><key>b</key><true/>"
+                                             "<key>a</key><string>2</string></dict>"));
+    EXPECT_EQ(texts.count(), 2u);
+    EXPECT_EQ(text(texts.objectForKey("a"_ns)), "2");
+}
+
 } // namespace
 } // namespace tessarin::testing

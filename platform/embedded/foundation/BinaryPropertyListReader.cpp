@@ -8,9 +8,11 @@
 #include "platform/services/PropertyListError.h"
 #include "platform/services/Utf8.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <limits>
+#include <utility>
 #include <vector>
 
 namespace tessarin::embedded {
@@ -21,6 +23,8 @@ using namespace binaryPropertyList;
 // How many references may be followed beyond those of a document that shares nothing. Where each place has
 // its own mutable containers, a small document can stand for a list that no memory holds.
 constexpr std::size_t mostSharedReferences = std::size_t{1} << 20;
+// So many of them are copied before it is found out whether there would be too many.
+constexpr std::size_t copiedUntried = 4096;
 // How many bytes of strings and data may be made of a document: of places that share one, or of objects that
 // lie over each other, each gets its own.
 constexpr std::size_t leafBytesPerByte = 16;
@@ -29,11 +33,24 @@ constexpr std::size_t leafBytesOfAny = std::size_t{4} << 20;
 class Reader {
 public:
     Reader(std::string_view document, NSPropertyListMutabilityOptions mutability)
-        : document_(document), objects_(mutability) {}
+        : document_(document),
+          mutability_(mutability),
+          objects_(mutability),
+          mostUntried_(objects_.hasMutableContainers() ? document.size() + copiedUntried : mostFollowed()) {}
 
     Retained<NSObject> read();
+    // Fails as reading would, without making copies of what is shared.
+    void tryOut();
 
 private:
+    // What an object takes, with everything in it.
+    struct Extent {
+        std::size_t followed = 0; // references
+        std::size_t leafBytes = 0;
+        std::size_t levels = 0; // of containers inside each other
+        bool isString = false;
+        bool isSound = false; // read before
+    };
     // A container whose contents are being read.
     struct OpenContainer {
         std::uint64_t number = 0;
@@ -42,6 +59,8 @@ private:
         std::size_t read = 0; // of the contents
         bool isDictionary = false;
         NSDictionary model; // a dictionary with the same keys, which then are passed over
+        // In a trial: what had been taken when it was opened, and how many levels there are inside.
+        Extent before = {};
     };
     // A place in the document, behind the object's first byte.
     struct Header {
@@ -56,11 +75,15 @@ private:
     };
 
     void readTrailer();
+    void readAll();
     Header headerOf(std::uint64_t number);
     bool readObject(std::uint64_t number, bool isKey);
     void openContainer(std::uint64_t number, const Header& header);
     bool readContents();
     void closeContainer();
+    bool passOver(std::uint64_t number, bool isKey);
+    void closeTriedContainer();
+    void checkSharing();
     Retained<NSObject> leaf(const Header& header, bool isKey);
     Retained<NSObject> integerAt(const Header& header);
     Retained<NSObject> realAt(const Header& header);
@@ -68,6 +91,7 @@ private:
     Retained<NSObject> uidAt(const Header& header);
 
     std::size_t mostFollowed() const { return document_.size() + mostSharedReferences; }
+    std::size_t mostLeafBytes() const { return leafBytesPerByte * document_.size() + leafBytesOfAny; }
     std::string_view keysOf(const OpenContainer& container) const;
     Model& modelFor(std::string_view keys);
     std::uint64_t bigEndian(std::size_t position, std::size_t size) const;
@@ -78,20 +102,24 @@ private:
     // Stands for a container that is open, in the place of an object.
     static inline Object* const openMark = reinterpret_cast<Object*>(alignof(Object));
 
-    std::string_view document_;
+    const std::string_view document_;
+    const NSPropertyListMutabilityOptions mutability_;
     const PropertyListObjects objects_;
     const Object* const stringClass_ = NSString::classObject().object();
     Trailer trailer_{};
-    // What was read before, by number; null for what each place has its own of. The containers that are made
-    // hold it.
+    // What was read before, by number; null for what each place has its own of. It is held by the items and
+    // by the containers made of them.
     std::vector<Object*> known_;
     std::vector<OpenContainer> open_;
     std::vector<Retained<NSObject>> items_; // of all open containers
-    // What equal keys have left out of their dictionaries, and what else is known may be it.
+    // What equal keys have left out of their dictionaries, held since other places may refer to it.
     std::vector<Retained<NSObject>> leftOut_;
     std::array<Model, 16> models_{};
     std::size_t followedCount_ = 0; // references
     std::size_t leafBytes_ = 0;     // of the strings and data made
+    std::size_t mostUntried_;       // references that are followed without a trial
+    bool isTrial_ = false;
+    std::vector<Extent> extents_; // by number, in a trial
     // The number of the object being read and where it lies, for the text of a problem.
     std::uint64_t current_ = 0;
     std::uint64_t offset_ = 0;
@@ -104,11 +132,29 @@ void Reader::fail(const char* text) const {
 
 Retained<NSObject> Reader::read() {
     readTrailer();
-    known_.resize(trailer_.objectCount);
-    readObject(trailer_.topObject, false);
-    while (!open_.empty())
-        if (readContents()) closeContainer();
+    readAll();
     return std::move(items_.front());
+}
+
+void Reader::tryOut() {
+    isTrial_ = true;
+    mostUntried_ = mostFollowed();
+    readTrailer();
+    extents_.resize(trailer_.objectCount);
+    readAll();
+}
+
+void Reader::readAll() {
+    known_.resize(trailer_.objectCount);
+    items_.reserve(std::min<std::size_t>(trailer_.objectCount, 1024));
+    readObject(trailer_.topObject, false);
+    while (!open_.empty()) {
+        if (!readContents()) continue;
+        if (isTrial_)
+            closeTriedContainer();
+        else
+            closeContainer();
+    }
 }
 
 void Reader::readTrailer() {
@@ -180,8 +226,7 @@ std::size_t Reader::lengthAt(Header& header, std::size_t unitSize) {
 std::size_t Reader::leafLengthAt(Header& header, std::size_t unitSize) {
     const std::size_t length = lengthAt(header, unitSize);
     leafBytes_ += unitSize * length;
-    if (leafBytes_ > leafBytesPerByte * document_.size() + leafBytesOfAny)
-        fail("Too many copies of shared strings and data");
+    if (leafBytes_ > mostLeafBytes()) fail("Too many copies of shared strings and data");
     return length;
 }
 
@@ -194,6 +239,14 @@ bool Reader::readObject(std::uint64_t number, bool isKey) {
         if (isKey) fail("Key that is no string");
         openContainer(number, header);
         return false;
+    }
+    if (isTrial_) {
+        const std::size_t leafBytes = leafBytes_;
+        leaf(header, isKey).reset();
+        const bool isString = header.marker == asciiString || header.marker == utf16String;
+        extents_[number] = {0, leafBytes_ - leafBytes, 0, isString, true};
+        if (isKey && !isString) fail("Key that is no string");
+        return true;
     }
     items_.push_back(leaf(header, isKey));
     if (!objects_.hasMutableLeaves()) known_[number] = items_.back().object();
@@ -211,6 +264,7 @@ void Reader::openContainer(std::uint64_t number, const Header& header) {
     container.references = behind.position;
     container.contentCount = perEntry * length;
     container.isDictionary = isDictionary;
+    if (isTrial_) container.before = {followedCount_, leafBytes_};
     known_[number] = openMark;
     // Most dictionaries have the keys of another one. Mutable leaves are each place's own.
     const bool isWithinBounds = followedCount_ + length <= mostFollowed();
@@ -245,7 +299,12 @@ bool Reader::readContents() {
         current_ = container.number;
         offset_ = position;
         if (number >= trailer_.objectCount) fail("Reference to an object that is not there");
-        if (++followedCount_ > mostFollowed()) fail("Too many copies of shared mutable objects");
+        if (++followedCount_ > mostUntried_) [[unlikely]]
+            checkSharing();
+        if (isTrial_) [[unlikely]] {
+            if (!passOver(number, isKey) && !readObject(number, isKey)) return false;
+            continue;
+        }
         Object* const known = known_[number];
         if (known && known != openMark) {
             addUnsharedReference(known);
@@ -287,6 +346,43 @@ void Reader::closeContainer() {
     known_[container.number] = objects_.hasMutableContainers() ? nullptr : made.object();
     open_.pop_back();
     items_.push_back(std::move(made));
+}
+
+// Counts a sound object's contents once more without looking at them; false where there is something to be
+// found in them.
+bool Reader::passOver(std::uint64_t number, bool isKey) {
+    const Extent& extent = extents_[number];
+    // The leaves that are made are shared unless they are mutable.
+    const std::size_t leafBytes = objects_.hasMutableLeaves() ? extent.leafBytes : 0;
+    const bool isSharedLeaf = extent.isSound && extent.levels == 0 && !objects_.hasMutableLeaves();
+    if (isSharedLeaf && isKey && !extent.isString) fail("Key that is no string");
+    if (!extent.isSound || (isKey && !extent.isString) || followedCount_ + extent.followed > mostFollowed()
+        || leafBytes_ + leafBytes > mostLeafBytes() || open_.size() + extent.levels > deepestPropertyList)
+        return false;
+    followedCount_ += extent.followed;
+    leafBytes_ += leafBytes;
+    OpenContainer& container = open_.back();
+    container.before.levels = std::max(container.before.levels, extent.levels);
+    return true;
+}
+
+void Reader::closeTriedContainer() {
+    const auto [number, before] = std::pair(open_.back().number, open_.back().before);
+    open_.pop_back();
+    known_[number] = nullptr;
+    extents_[number] = {followedCount_ - before.followed, leafBytes_ - before.leafBytes, before.levels + 1,
+                        false, true};
+    if (open_.empty()) return;
+    OpenContainer& outer = open_.back();
+    outer.before.levels = std::max(outer.before.levels, before.levels + 1);
+}
+
+// A few bytes may stand for a million containers. Before so many are made, only to be refused, what they
+// would be is counted, each object's contents once.
+void Reader::checkSharing() {
+    if (mostUntried_ == mostFollowed()) fail("Too many copies of shared mutable objects");
+    mostUntried_ = mostFollowed();
+    Reader(document_, mutability_).tryOut();
 }
 
 Retained<NSObject> Reader::leaf(const Header& header, bool isKey) {
