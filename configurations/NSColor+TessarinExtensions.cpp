@@ -73,9 +73,9 @@ std::int32_t byteOf(CGFloat component) {
 // What the format "%02X" writes: a byte that is none, since it is less than 0 or more than 255, has as many
 // digits as it needs.
 char* writeByte(char* place, std::int32_t byte) {
+    static constexpr char digits[] = "0123456789ABCDEF";
     const auto bits = static_cast<std::uint32_t>(byte);
-    constexpr char digits[] = "0123456789ABCDEF";
-    if (bits > 0xFF) [[unlikely]]
+    if (bits > 0xFF)
         for (int shift = 28; shift >= 8; shift -= 4)
             if (bits >> shift != 0) *place++ = digits[bits >> shift & 0xF];
     *place++ = digits[bits >> 4 & 0xF];
@@ -83,6 +83,19 @@ char* writeByte(char* place, std::int32_t byte) {
     return place;
 }
 constexpr std::size_t mostDigits = 8;
+
+// The eight digits of four bytes, worked out together, which takes a fraction of the time that one after the
+// other does.
+void writeFourBytes(char* place, std::uint32_t bytes) {
+    constexpr std::uint64_t ones = 0x0101010101010101;
+    std::uint64_t digits = bytes; // spread out, so that each has a byte of its own
+    digits = (digits | digits << 16) & 0x0000FFFF0000FFFF;
+    digits = (digits | digits << 8) & 0x00FF00FF00FF00FF;
+    digits = (digits | digits << 4) & 0x0F0F0F0F0F0F0F0F;
+    const std::uint64_t isLetter = (digits + 6 * ones) >> 4 & ones;
+    digits += '0' * ones + ('A' - 10 - '0') * isLetter;
+    for (int shift = 56; shift >= 0; shift -= 8) *place++ = static_cast<char>(digits >> shift);
+}
 
 // Alpha is asked for only where it is wanted.
 RGBAComponents componentsOf(NSColor color, bool alpha) {
@@ -94,9 +107,21 @@ RGBAComponents componentsOf(NSColor color, bool alpha) {
     return {red, green, blue, alpha ? read.alphaComponent() : 0};
 }
 
+// Whether a component lies where those of most colours do.
+bool isInRange(CGFloat component) { return component >= 0 && component <= 1; }
+
 NSString hexadecimalRGBStringWithAlpha(NSColor self, SEL, BOOL alpha) {
     const RGBAComponents components = componentsOf(self, alpha != NO);
     char text[4 * mostDigits];
+    if (isInRange(components.red) && isInRange(components.green) && isInRange(components.blue)
+        && isInRange(components.alpha)) {
+        const auto byte = [](CGFloat component) {
+            return static_cast<std::uint32_t>(static_cast<std::int32_t>(component * 255));
+        };
+        writeFourBytes(text, byte(components.red) << 24 | byte(components.green) << 16
+                                 | byte(components.blue) << 8 | byte(components.alpha));
+        return NSString(std::string_view(text, alpha != NO ? 8 : 6));
+    }
     char* end = writeByte(text, byteOf(components.red));
     end = writeByte(end, byteOf(components.green));
     end = writeByte(end, byteOf(components.blue));
@@ -106,12 +131,12 @@ NSString hexadecimalRGBStringWithAlpha(NSColor self, SEL, BOOL alpha) {
 
 // The component that each byte stands for.
 constexpr auto byteComponents = [] {
-    std::array<float, 256> components{};
+    std::array<CGFloat, 256> components{};
     for (std::size_t byte = 0; byte < components.size(); ++byte)
-        components[byte] = static_cast<float>(byte) / 255.0F;
+        components[byte] = static_cast<CGFloat>(static_cast<float>(byte) / 255.0F);
     return components;
 }();
-CGFloat componentOf(unsigned byte) { return static_cast<CGFloat>(byteComponents[byte & 0xFF]); }
+CGFloat componentOf(unsigned byte) { return byteComponents[byte & 0xFF]; }
 
 NSColor colorWithHexadecimalRGBAString(Class self, SEL, NSString string) {
     if (!string) return nil;

@@ -2,6 +2,7 @@
 #include "TessarinFoundation/NSMenu+TessarinExtensions.h"
 
 #include "TessarinPlatform/Definition.h"
+#include "TessarinPlatform/RepeatedMessage.h"
 #include "TessarinPlatform/Retained.h"
 
 #include <iterator>
@@ -30,33 +31,38 @@ bool isWalkedLikeThis(NSMenu submenu) {
 }
 
 void setStateOfAllItems(NSMenu self, SEL, NSInteger state) {
-    std::vector<Level> levels;
-    levels.emplace_back(self);
-    while (!levels.empty()) {
-        FastEnumerator& place = levels.back().place;
-        if (place == std::default_sentinel) {
-            levels.pop_back();
-            if (!levels.empty()) ++levels.back().place;
+    RepeatedMessage<NSMenu()> submenuOf("submenu"_sel);
+    RepeatedMessage<void(NSInteger)> setState("setState:"_sel);
+    Level level(self);
+    std::vector<Level> outerLevels; // that the level is inside of, the outermost first
+    for (;;) {
+        if (level.place == std::default_sentinel) {
+            if (outerLevels.empty()) return;
+            level = std::move(outerLevels.back());
+            outerLevels.pop_back();
+            ++level.place;
             continue;
         }
-        const NSMenuItem item = *place;
-        const NSMenu submenu = item.submenu();
+        const id item = *level.place;
+        const NSMenu submenu = submenuOf(item);
         if (submenu && isWalkedLikeThis(submenu)) {
-            levels.emplace_back(submenu);
+            outerLevels.push_back(std::move(level));
+            level = Level(submenu);
             continue;
         }
         if (submenu)
             tessarin_setStateOfAllItems(submenu, state);
         else
-            item.setState(state);
-        ++place;
+            setState(item, state);
+        ++level.place;
     }
 }
 
 // -1 is what the menu itself answers for an item that it does not have, which is meant.
 NSInteger indexOfSeparatorItem(NSMenu self, SEL) {
+    RepeatedMessage<BOOL()> isSeparatorItem("isSeparatorItem"_sel);
     for (const NSMenuItem item : self.itemArray())
-        if (item.isSeparatorItem()) return self.indexOfItem(item);
+        if (isSeparatorItem(item) != NO) return self.indexOfItem(item);
     return -1;
 }
 

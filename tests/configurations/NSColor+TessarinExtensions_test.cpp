@@ -362,6 +362,15 @@ TEST_F(HexadecimalStringTest, GrowsWithWhatLiesOutside) {
     EXPECT_EQ(digits(-1.5 / 255), "FFFFFFFF");
 }
 
+TEST_F(HexadecimalStringTest, GrowsWithAlphaOnlyWhereItIsWanted) {
+    // The platform's own colours of a colour space keep what lies outside.
+    const CGFloat components[] = {1, 0.5, 0, 2};
+    const NSColor color =
+        NSColor::colorWithColorSpace_components_count(NSColorSpace::genericRGBColorSpace(), components, 4);
+    EXPECT_EQ(written(color, false), "FF7F00");
+    EXPECT_EQ(written(color, true), color.alphaComponent() > 1 ? "FF7F001FE" : "FF7F00FF");
+}
+
 TEST_F(HexadecimalStringTest, WhatNoIntegerHoldsBecomesTheNearest) {
     using Limits = std::numeric_limits<CGFloat>;
     EXPECT_EQ(digits(2147483646.5 / 255), "7FFFFFFE");
@@ -438,6 +447,31 @@ TEST_F(HexadecimalColorTest, OfTooManyDigitsIsOpaqueWhite) {
     for (const char* const string : {"1FF0000FF", "FF0000FF0", "0x100000000"})
         EXPECT_EQ(rgbOf(read(string)), (Components{1, 1, 1, 1})) << string;
     EXPECT_EQ(rgbOf(read("000000FF0000FF")), (Components{1, 0, 0, 1}));
+}
+
+TEST_F(HexadecimalColorTest, OfAnyNumberOfDigits) {
+    std::uint32_t number = 0;
+    std::string string;
+    for (const char digit : {'9', 'a', 'F', '0', 'B', '5', 'c', 'E'}) {
+        string += digit;
+        number = number << 4 | static_cast<std::uint32_t>(std::stoi(std::string(1, digit), nullptr, 16));
+        const Components expected{
+            component(static_cast<int>(number >> 24)), component(static_cast<int>(number >> 16 & 0xFF)),
+            component(static_cast<int>(number >> 8 & 0xFF)), component(static_cast<int>(number & 0xFF))};
+        EXPECT_EQ(rgbOf(read(string)), expected) << string;
+        EXPECT_EQ(rgbOf(read("0" + string)), expected) << string;
+        EXPECT_EQ(rgbOf(read(string + "g")), expected) << string;
+        // A character beyond ASCII or Latin-1 ends the number as any other does.
+        EXPECT_EQ(rgbOf(read(string + "\u00E9")), expected) << string;
+        EXPECT_EQ(rgbOf(read(string + "\uFF11")), expected) << string;
+    }
+}
+
+TEST_F(HexadecimalColorTest, EndsBeforeTheFirstCharacterThatIsNoDigit) {
+    for (const char other : {'/', ':', '@', 'G', '`', 'g', 'x', '.'}) {
+        EXPECT_EQ(rgbOf(read(std::string("FF") + other + "0000F")), (Components{0, 0, 0, 1})) << other;
+        EXPECT_EQ(rgbOf(read(other + std::string("FF0000F"))), (Components{0, 0, 0, 0})) << other;
+    }
 }
 
 TEST_F(HexadecimalColorTest, OfNilIsNil) {

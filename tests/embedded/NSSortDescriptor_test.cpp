@@ -74,6 +74,75 @@ TEST_F(EmbeddedSortDescriptorTest, AsksForTheNextKeyOnlyWhereItDecides) {
     EXPECT_EQ(texts(sorted), (Texts{"a", "b", "c"}));
 }
 
+TEST_F(EmbeddedSortDescriptorTest, AsksOnlyWhatIsTheSameForTheNextKey) {
+    // The names' lengths tell apart what is not asked for its name again.
+    const NSArray items = NSArray::arrayOf(watched("ccc"), watched("b"), watched("aa"), watched("a"));
+    const NSArray sorted =
+        items.sortedArrayUsingDescriptors(NSArray::arrayOf(by("name.length"_ns), by("name"_ns)));
+    EXPECT_EQ(watch.questions, 4 + 2);
+    EXPECT_EQ(texts(sorted.valueForKey("name"_ns)), (Texts{"a", "b", "aa", "ccc"}));
+}
+
+TEST_F(EmbeddedSortDescriptorTest, WhatIsNoNumberStandsBetweenTheNegativeOnesAndZero) {
+    using Limits = std::numeric_limits<double>;
+    const double none = Limits::quiet_NaN();
+    const NSMutableArray numbers = NSMutableArray::array();
+    for (const double value :
+         {0.0, none, -5e-324, 5e-324, -0.0, -1.0, none, Limits::infinity(), -Limits::infinity()})
+        numbers.addObject(NSNumber::numberWithDouble(value));
+    numbers.sortUsingDescriptors(NSArray::arrayOf(by("self"_ns)));
+    EXPECT_EQ(texts(numbers), (Texts{"-inf", "-1", "-4.940656458412465e-324", "nan", "nan", "0", "-0",
+                                     "4.940656458412465e-324", "inf"}));
+}
+
+TEST_F(EmbeddedSortDescriptorTest, NumbersThatADoubleRoundsAreComparedExactlyAndThenByTheNextKey) {
+    constexpr long long large = 1LL << 60;
+    NSDictionary (*const item)(NSNumber, NSString) = [](NSNumber number, NSString name) {
+        const NSObject values[] = {number, name};
+        const NSObject keys[] = {"number"_ns, "name"_ns};
+        return NSDictionary::dictionaryWithObjects_forKeys_count(values, keys, 2);
+    };
+    const NSArray items =
+        NSArray::arrayOf(item(NSNumber::numberWithLongLong(large + 1), "c"_ns),
+                         item(NSNumber::numberWithLongLong(large), "b"_ns),
+                         item(NSNumber::numberWithLongLong(large + 1), "a"_ns),
+                         item(NSNumber::numberWithDouble(static_cast<double>(large)), "a"_ns));
+    const auto sorted = [&](bool ascending) {
+        const NSArray result =
+            items.sortedArrayUsingDescriptors(NSArray::arrayOf(by("number"_ns, ascending), by("name"_ns)));
+        return texts(result.valueForKey("name"_ns));
+    };
+    EXPECT_EQ(sorted(true), (Texts{"a", "b", "a", "c"}));
+    EXPECT_EQ(sorted(false), (Texts{"a", "c", "a", "b"}));
+}
+
+TEST_F(EmbeddedSortDescriptorTest, NilStandsFirstAmongWhatIsTheSame) {
+    const NSMutableArray items = NSMutableArray::array();
+    for (const char* const name : {"b", "", "a", "", "c"}) {
+        const NSMutableDictionary item = NSMutableDictionary::dictionary();
+        item.setObject_forKey(NSNumber::numberWithInt(1), "group"_ns);
+        if (*name != 0) item.setObject_forKey(NSString(name), "name"_ns);
+        items.addObject(item);
+    }
+    const auto sorted = [&](bool ascending) {
+        Texts names;
+        for (const NSObject item : NSArray(items.sortedArrayUsingDescriptors(
+                 NSArray::arrayOf(by("group"_ns), by("name"_ns, ascending)))))
+            names.push_back(text(item.valueForKey("name"_ns)));
+        return names;
+    };
+    EXPECT_EQ(sorted(true), (Texts{"(nil)", "(nil)", "a", "b", "c"}));
+    EXPECT_EQ(sorted(false), (Texts{"c", "b", "a", "(nil)", "(nil)"}));
+}
+
+TEST_F(EmbeddedSortDescriptorTest, AnyNumberOfDescriptors) {
+    const NSMutableArray descriptors = NSMutableArray::array();
+    for (int index = 0; index < 100'000; ++index) descriptors.addObject(by("length"_ns));
+    descriptors.addObject(by("self"_ns));
+    const NSArray words = NSArray::arrayOf("b"_ns, "a"_ns);
+    EXPECT_EQ(texts(words.sortedArrayUsingDescriptors(descriptors)), (Texts{"a", "b"}));
+}
+
 TEST_F(EmbeddedSortDescriptorTest, AnArrayThatIsEditedWhileItIsSortedIsRefused) {
     const NSMutableArray items = NSMutableArray::array();
     items.addObject(watched("b"));

@@ -3,7 +3,10 @@
 #include "PlatformTest.h"
 
 #include <algorithm>
+#include <cmath>
+#include <numeric>
 #include <random>
+#include <tuple>
 
 namespace tessarin::testing {
 namespace {
@@ -314,6 +317,48 @@ TEST_F(DescriptorSortingTest, AgreesWithTheStandardLibraryOnManyItems) {
     });
 }
 
+TEST_F(DescriptorSortingTest, ManyNumbersAgreeWithTheStandardLibrary) {
+    std::mt19937 random(8);
+    std::vector<double> expected;
+    const NSMutableArray numbers = NSMutableArray::array();
+    for (int index = 0; index < 1000; ++index) {
+        const auto whole = static_cast<int>(random() % 200) - 100;
+        const double value =
+            index % 2 == 0 ? whole : std::ldexp(whole, static_cast<int>(random() % 2000) - 1000);
+        expected.push_back(value);
+        numbers.addObject(index % 2 == 0 ? NSNumber::numberWithInt(whole)
+                                         : NSNumber::numberWithDouble(value));
+    }
+    std::sort(expected.begin(), expected.end());
+    const NSArray sorted = numbers.sortedArrayUsingDescriptors(NSArray::arrayOf(by("self"_ns)));
+    for (NSUInteger index = 0; index < expected.size(); ++index)
+        ASSERT_EQ(as<NSNumber>(sorted.objectAtIndex(index)).doubleValue(), expected[index]) << index;
+    numbers.sortUsingDescriptors(NSArray::arrayOf(by("self"_ns, false)));
+    for (NSUInteger index = 0; index < expected.size(); ++index)
+        ASSERT_EQ(as<NSNumber>(numbers.objectAtIndex(index)).doubleValue(),
+                  expected[expected.size() - 1 - index])
+            << index;
+}
+
+TEST_F(DescriptorSortingTest, ManyTextsThatBeginAlikeAreToldApart) {
+    std::mt19937 random(9);
+    Texts expected = {"i"};
+    for (int index = 0; index < 300; ++index)
+        expected.push_back("instrument track " + std::to_string(random() % 100'000));
+    const NSMutableArray words = NSMutableArray::array();
+    for (const std::string& word : expected) words.addObject(NSString(word));
+    std::sort(expected.begin(), expected.end());
+    EXPECT_EQ(texts(words.sortedArrayUsingDescriptors(NSArray::arrayOf(by("self"_ns)))), expected);
+}
+
+TEST_F(DescriptorSortingTest, TextsOfSeveralKindsAmongWhatIsTheSame) {
+    const NSArray some = NSArray::arrayOf(track("b"_ns, 2), track("\u00E9"_ns, 1), track("\u0142"_ns, 1),
+                                          track("e"_ns, 1), track("a"_ns, 2));
+    EXPECT_EQ(sortedNames(some, by("length"_ns), by("name"_ns)), (Texts{"e", "\u00E9", "\u0142", "a", "b"}));
+    EXPECT_EQ(sortedNames(some, by("length"_ns), by("name"_ns, false)),
+              (Texts{"\u0142", "\u00E9", "e", "b", "a"}));
+}
+
 // ---- Comparisons of an application's own
 
 NSInteger weightOf(NSObject object) { return instanceVariableOf<NSInteger>(object, "weight"); }
@@ -347,6 +392,27 @@ TEST_F(DescriptorSortingTest, UsesAnApplicationsComparison) {
         weights.sortedArrayUsingDescriptors(NSArray::arrayOf(by("self"_ns, false, "compareWeights:"_sel)));
     for (NSUInteger index = 0; index < 3; ++index)
         EXPECT_EQ(weightOf(sorted.objectAtIndex(index)), 3 - static_cast<NSInteger>(index));
+}
+
+TEST_F(DescriptorSortingTest, AsksAnApplicationsComparisonAboutWhatIsTheSame) {
+    const NSMutableArray items = NSMutableArray::array();
+    for (NSInteger value = 0; value < 20; ++value) {
+        const NSMutableDictionary item = NSMutableDictionary::dictionary();
+        item.setObject_forKey(NSNumber::numberWithInteger(value % 3), "group"_ns);
+        item.setObject_forKey(weight(value % 7), "weight"_ns);
+        item.setObject_forKey(NSNumber::numberWithInteger(value), "place"_ns);
+        items.addObject(item);
+    }
+    const NSArray sorted = items.sortedArrayUsingDescriptors(NSArray::arrayOf(
+        by("group"_ns), by("weight"_ns, false, "compareWeights:"_sel), by("place"_ns, false)));
+    const auto keyOf = [](NSInteger place) { return std::tuple(place % 3, -(place % 7), -place); };
+    std::vector<NSInteger> expected(20);
+    std::iota(expected.begin(), expected.end(), 0);
+    std::ranges::sort(expected, {}, keyOf);
+    std::vector<NSInteger> places;
+    for (const NSObject item : sorted)
+        places.push_back(as<NSNumber>(item.valueForKey("place"_ns)).integerValue());
+    EXPECT_EQ(places, expected);
 }
 
 TEST_F(DescriptorSortingTest, AnExceptionLosesNothing) {

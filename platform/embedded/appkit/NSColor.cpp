@@ -30,11 +30,20 @@ Retained<NSColor> newColor(ColorSpaceKind space, const ColorComponents& componen
 }
 
 // What is no number becomes 0.
-CGFloat cut(CGFloat component) { return std::min<CGFloat>(std::max<CGFloat>(0, component), 1); }
+CGFloat cut(CGFloat component) { return component > 0 ? component < 1 ? component : 1 : 0; }
 
+// The components are written where they stay: copies of several that were just written one by one make the
+// processor wait.
 template <ColorSpaceKind space>
 NSColor colorWithRGB(Class, SEL, CGFloat red, CGFloat green, CGFloat blue, CGFloat alpha) {
-    return newColor(space, {cut(red), cut(green), cut(blue)}, cut(alpha)).autorelease();
+    Retained<NSColor> color = adopt(NSColor(createInstance("NSColor"_class)));
+    ColorStorage& storage = storageOf(color);
+    storage.space = space;
+    storage.components[0] = cut(red);
+    storage.components[1] = cut(green);
+    storage.components[2] = cut(blue);
+    storage.alpha = cut(alpha);
+    return color.autorelease();
 }
 template <ColorSpaceKind space>
 NSColor colorWithHSB(Class, SEL, CGFloat hue, CGFloat saturation, CGFloat brightness, CGFloat alpha) {

@@ -19,6 +19,7 @@ NSObject* resized(NSObject* buffer, NSUInteger capacity) {
 
 void copyRetained(const NSObject* items, NSUInteger count, NSObject* target) {
     for (NSUInteger index = 0; index < count; ++index) {
+        prefetchItemAfter(index, items, count);
         runtime::retain(items[index].object());
         target[index] = items[index];
     }

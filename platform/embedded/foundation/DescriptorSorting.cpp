@@ -1,154 +1,113 @@
 #include "platform/embedded/foundation/DescriptorSorting.h"
 
 #include "platform/embedded/foundation/ArrayStorage.h"
-#include "platform/embedded/foundation/KeyComparison.h"
-#include "platform/embedded/foundation/NumberValue.h"
-#include "platform/embedded/foundation/PlainStringOrder.h"
+#include "platform/embedded/foundation/DescriptorColumn.h"
+#include "platform/embedded/foundation/RankedPlaces.h"
 #include "platform/embedded/foundation/StableSort.h"
 
 #include <algorithm>
-#include <bit>
-#include <optional>
+#include <numeric>
+#include <span>
 
 namespace tessarin::embedded {
 namespace {
 
-// A number that orders most numbers: lower ranks mean lower values, equal ones nothing, unless both are exact
-// as doubles.
-std::uint64_t rankOf(const NumberValue& number) {
-    constexpr std::uint64_t sign = std::uint64_t{1} << 63;
-    const double value = number.toDouble() + 0.0; // no negative zero
-    if (value != value) return sign - 1;          // between the negative numbers and zero
-    const auto bits = std::bit_cast<std::uint64_t>(value);
-    return (bits & sign) != 0 ? ~bits : bits | sign;
+using Columns = std::span<DescriptorColumn>;
+using Run = std::span<RankedPlace>;
+
+// Calls a function with each run of two or more places that are the same.
+template <class AreSame, class Function>
+void forEachRun(Run places, AreSame&& areSame, Function&& function) {
+    for (auto begin = places.begin(); begin != places.end();) {
+        const auto end = std::find_if(begin + 1, places.end(),
+                                      [&](const RankedPlace& place) { return !areSame(*begin, place); });
+        if (end - begin > 1) function(Run(begin, end));
+        begin = end;
+    }
 }
 
-bool isExactAsDouble(const NumberValue& number) {
-    constexpr std::int64_t largest = std::int64_t{1} << 53;
-    return number.isReal()
-           || (number.kind != NumberKind::uint64 && number.integer >= -largest && number.integer <= largest);
+bool haveSameRank(const RankedPlace& left, const RankedPlace& right) { return left.rank == right.rank; }
+
+// Sorts a run by the ranks that a column gave the items, and by their values where those say too little.
+void sortByColumn(Run run, DescriptorColumn& column, const std::vector<std::uint64_t>& ranks) {
+    for (RankedPlace& place : run) place.rank = ranks[place.index];
+    sortByRank(run);
+    if (column.ranksSayAll()) return;
+    forEachRun(run, haveSameRank, [&](Run places) {
+        std::ranges::stable_sort(places, [&](const RankedPlace& left, const RankedPlace& right) {
+            return column.compare(left.index, right.index) == NSOrderedAscending;
+        });
+    });
 }
 
-// One descriptor, and the items' values for its key.
-class Column {
-public:
-    explicit Column(NSSortDescriptor descriptor) : descriptor_(descriptor) {
-        // One that compares in a way of its own is asked about each pair.
-        if (answersWith(descriptor, "compareObject:toObject:"_sel, compareObject_toObject))
-            comparison_.emplace(descriptor);
-    }
-
-    NSComparisonResult compare(const std::vector<NSObject>& items, std::size_t left, std::size_t right) {
-        if (!comparison_) return descriptor_.compareObject_toObject(items[left], items[right]);
-        if (ranksSayAll_) return NSOrderedSame;
-        if (values_.empty()) values_.resize(items.size());
-        const NSObject leftValue = value(items, left);
-        const NSObject rightValue = value(items, right);
-        if (kind_ == Kind::texts) return comparison_->directed(compareUnits(text(left), text(right)));
-        if (kind_ == Kind::numbers) return comparison_->directed(compareNumbers(number(left), number(right)));
-        return comparison_->compare(leftValue, rightValue);
-    }
-
-    // Ranks for the items, lower ones before higher ones; those of equal rank are to be compared. Fetches all
-    // values, which is for the first descriptor, by which every item is compared.
-    std::vector<std::uint64_t> ranks(const std::vector<NSObject>& items) {
-        std::vector<std::uint64_t> ranks(items.size());
-        if (!comparison_) return ranks;
-        values_.resize(items.size());
-        for (std::size_t index = 0; index < items.size(); ++index) value(items, index);
-        kind_ = kindOfValues();
-        if (kind_ == Kind::texts) ranks = ranksOfValues();
-        if (kind_ == Kind::numbers) rankNumbers(ranks);
-        if (!comparison_->isAscending())
-            for (std::uint64_t& rank : ranks) rank = ~rank;
-        return ranks;
-    }
-
-private:
-    // What the platform compares itself, so that no message is needed: its own strings, of ASCII, and
-    // numbers. Neither can be changed meanwhile.
-    enum class Kind { others, texts, numbers };
-
-    struct Value {
-        Retained<NSObject> object;
-        bool isFetched = false;
+// What is the same to the column that runs were sorted by: parts of them, in which the items are in the order
+// in which they came.
+std::vector<Run> partsOfSame(const std::vector<Run>& runs, DescriptorColumn& column) {
+    const auto areSame = [&](const RankedPlace& left, const RankedPlace& right) {
+        return haveSameRank(left, right)
+               && (column.ranksSayAll() || column.compare(left.index, right.index) == NSOrderedSame);
     };
+    std::vector<Run> same;
+    for (const Run run : runs) forEachRun(run, areSame, [&](Run places) { same.push_back(places); });
+    return same;
+}
 
-    NSObject value(const std::vector<NSObject>& items, std::size_t index) {
-        Value& value = values_[index];
-        if (!value.isFetched) {
-            value.object = retain(comparison_->valueOf(items[index]));
-            value.isFetched = true;
+// The indexes of the items in some runs, ascending.
+std::vector<std::size_t> indexesIn(const std::vector<Run>& runs, std::size_t count) {
+    std::vector<bool> isIn(count);
+    for (const Run run : runs)
+        for (const RankedPlace& place : run) isIn[place.index] = true;
+    std::vector<std::size_t> indexes;
+    for (std::size_t index = 0; index < count; ++index)
+        if (isIn[index]) indexes.push_back(index);
+    return indexes;
+}
+
+// Sorts a run by asking the columns about pairs of items.
+void sortByComparing(Run run, Columns columns) {
+    std::vector<RankedPlace> places(run.begin(), run.end());
+    stableSort(places, [&](const RankedPlace& left, const RankedPlace& right) {
+        for (DescriptorColumn& column : columns)
+            if (const auto result = column.compare(left.index, right.index); result != NSOrderedSame)
+                return result > NSOrderedSame;
+        return false;
+    });
+    std::ranges::copy(places, run.begin());
+}
+
+// Columns whose values the platform compares itself are gone through one after the other, since ranks sort
+// many times as fast as comparisons. From the first other one on, items are compared by all that are left.
+void sortPlaces(Run places, Columns columns) {
+    std::vector<Run> runs = {places};
+    std::vector<std::size_t> indexes(places.size());
+    std::iota(indexes.begin(), indexes.end(), std::size_t{0});
+    std::vector<std::uint64_t> ranks(places.size());
+    while (!runs.empty()) {
+        DescriptorColumn& column = columns.front();
+        if (!column.rank(indexes, ranks)) {
+            for (const Run run : runs) sortByComparing(run, columns);
+            return;
         }
-        return value.object;
+        for (const Run run : runs) sortByColumn(run, column, ranks);
+        columns = columns.subspan(1);
+        if (columns.empty()) return;
+        runs = partsOfSame(runs, column);
+        indexes = indexesIn(runs, places.size());
     }
-
-    Kind kindOfValues() const {
-        if (comparison_->selector() != "compare:"_sel) return Kind::others;
-        const Object* const texts = "NSString"_class.object();
-        const Object* const numbers = "NSNumber"_class.object();
-        bool areTexts = true;
-        bool areNumbers = true;
-        for (std::size_t index = 0; index < values_.size() && (areTexts || areNumbers); ++index) {
-            const Object* const classObject = runtime::classOf(values_[index].object.object());
-            areTexts = areTexts && classObject == texts && isAscii(text(index));
-            areNumbers = areNumbers && classObject == numbers;
-        }
-        return areTexts ? Kind::texts : areNumbers ? Kind::numbers : Kind::others;
-    }
-
-    std::vector<std::uint64_t> ranksOfValues() const {
-        std::vector<StringView> texts;
-        texts.reserve(values_.size());
-        for (std::size_t index = 0; index < values_.size(); ++index) texts.push_back(text(index));
-        return ranksOfTexts(texts);
-    }
-
-    void rankNumbers(std::vector<std::uint64_t>& ranks) {
-        ranksSayAll_ = true;
-        for (std::size_t index = 0; index < ranks.size(); ++index) {
-            ranks[index] = rankOf(number(index));
-            ranksSayAll_ = ranksSayAll_ && isExactAsDouble(number(index));
-        }
-    }
-
-    StringView text(std::size_t index) const {
-        return storageOf<StringStorage>(values_[index].object).view();
-    }
-    const NumberValue& number(std::size_t index) const {
-        return storageOf<NumberValue>(values_[index].object);
-    }
-
-    NSSortDescriptor descriptor_;
-    std::optional<KeyComparison> comparison_;
-    Kind kind_ = Kind::others;
-    bool ranksSayAll_ = false;  // so that items of equal rank are the same
-    std::vector<Value> values_; // of all items, once one was needed
-};
-
-struct Place {
-    std::uint64_t rank;
-    std::size_t index; // of the item
-};
+}
 
 } // namespace
 
 void sortItems(std::vector<NSObject>& items, NSArray descriptors) {
     if (items.size() < 2 || descriptors.count() == 0) return;
     const Retained<NSArray> kept = adopt(NSArray(descriptors.copy()));
-    std::vector<Column> columns;
-    for (const NSObject descriptor : ArrayItems(kept)) columns.emplace_back(as<NSSortDescriptor>(descriptor));
+    std::vector<DescriptorColumn> columns;
+    for (const NSObject descriptor : ArrayItems(kept))
+        columns.emplace_back(as<NSSortDescriptor>(descriptor), items);
 
-    const std::vector<std::uint64_t> ranks = columns.front().ranks(items);
-    std::vector<Place> places(items.size());
-    for (std::size_t index = 0; index < items.size(); ++index) places[index] = {ranks[index], index};
-    stableSort(places, [&](const Place& left, const Place& right) {
-        if (left.rank != right.rank) return left.rank > right.rank;
-        for (Column& column : columns)
-            if (const auto result = column.compare(items, left.index, right.index); result != NSOrderedSame)
-                return result > NSOrderedSame;
-        return false;
-    });
+    std::vector<RankedPlace> places(items.size());
+    for (std::size_t index = 0; index < items.size(); ++index) places[index].index = index;
+    sortPlaces(places, columns);
 
     std::vector<NSObject> sorted(items.size());
     for (std::size_t index = 0; index < items.size(); ++index) sorted[index] = items[places[index].index];

@@ -7,6 +7,8 @@
 #include "TessarinPlatform/Exceptions.h"
 #include "TessarinPlatform/NSException.h"
 
+#include <optional>
+
 namespace tessarin::embedded {
 namespace {
 
@@ -31,7 +33,7 @@ KeyComparison::KeyComparison(NSSortDescriptor descriptor)
 
 NSObject KeyComparison::valueOf(NSObject object) {
     if (!key_ || !object) return object;
-    const Object* const classObject = runtime::classOf(object.object());
+    const Object* const classObject = object.object()->isa;
     if (classObject != accessedClass_) {
         accessor_ = directAccessor(object, key_);
         accessedClass_ = classObject;
@@ -52,10 +54,10 @@ NSComparisonResult KeyComparison::directed(NSComparisonResult ascending) const {
 }
 
 void KeyComparison::requireComparison(NSObject object) {
-    const Object* const classObject = runtime::classOf(object.object());
+    const Object* const classObject = object.object()->isa;
     if (classObject == soundClass_ || selector_ == "compare:"_sel) return;
     // An object without the method says so itself.
-    const Method* const method = findMethod(classRecordOf(object.object()), selector_);
+    const std::optional<Method> method = findMethod(classRecordOf(object.object()), selector_);
     if (method && !isComparison(method->encoding))
         raise(NSInvalidArgumentException(),
               formatted("*** -[NSSortDescriptor compareObject:toObject:]: -[%s %s] is no comparison",

@@ -104,8 +104,10 @@ NSArray initWithObjects(NSArray self, SEL, NSObject first, ...) {
 
 void dealloc(NSArray self, SEL) {
     const ArrayStorage& storage = storageOf(self);
-    for (NSUInteger index = 0; index < storage.count; ++index)
+    for (NSUInteger index = 0; index < storage.count; ++index) {
+        prefetchItemAfter(index, storage.items, storage.count);
         runtime::release(storage.items[index].object());
+    }
     sendSuper<void>(self, NSArray::classObject(), "dealloc"_sel);
 }
 

@@ -105,6 +105,21 @@ std::optional<Integer> readHexadecimal(StringView text, std::size_t& place) {
     });
 }
 
+// The number of a text of eight digits, as those of colours are.
+std::optional<unsigned> numberOfEightDigits(StringView text) {
+    constexpr std::size_t count = 8; // a constant, so that the loop becomes a sequence
+    if (text.length() != count || text.isWide()) return {};
+    unsigned number = 0;
+    int all = 0; // negative as soon as one is no digit
+    for (std::size_t index = 0; index < count; ++index) {
+        const int digit = hexadecimalValue(text.narrow()[index]);
+        all |= digit;
+        number = number << 4 | static_cast<unsigned>(digit);
+    }
+    if (all < 0) return {};
+    return number;
+}
+
 // Scans what a reader finds at the place.
 template <class Number>
 BOOL scanNumber(NSScanner self, Number* result,
@@ -234,6 +249,7 @@ namespace tessarin {
 unsigned scannedHexInt(NSString string) {
     using namespace embedded;
     const Contents text = contentsOf(string);
+    if (const auto number = numberOfEightDigits(text)) return *number;
     std::size_t place = 0;
     // Most begin with a digit, which is no white space.
     if (text.isEmpty() || hexadecimalValue(text[0]) < 0)

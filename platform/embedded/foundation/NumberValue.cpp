@@ -65,12 +65,6 @@ std::int64_t NumberValue::cutToInt64() const {
     return static_cast<std::int64_t>(real);
 }
 
-double NumberValue::toDouble() const {
-    if (isReal()) return real;
-    if (kind == NumberKind::uint64) return static_cast<double>(static_cast<std::uint64_t>(integer));
-    return static_cast<double>(integer);
-}
-
 float NumberValue::toFloat() const {
     // Not by way of a double for integers: they would be rounded twice.
     if (isReal()) return static_cast<float>(real);

@@ -37,7 +37,11 @@ struct NumberValue {
     // The value cut to an integer. What no int64 can hold gives the bit pattern 0x8000000000000000, as the
     // processors of the x86 family do; larger unsigned integers give their bits.
     std::int64_t toInt64() const { return isReal() ? cutToInt64() : integer; }
-    double toDouble() const;
+    double toDouble() const {
+        if (isReal()) return real;
+        if (kind == NumberKind::uint64) return static_cast<double>(static_cast<std::uint64_t>(integer));
+        return static_cast<double>(integer);
+    }
     float toFloat() const; // the nearest
 
     // The platform's type encoding of the kind.

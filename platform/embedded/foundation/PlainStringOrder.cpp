@@ -1,17 +1,21 @@
 #include "platform/embedded/foundation/PlainStringOrder.h"
 
 #include "platform/embedded/foundation/StringComparison.h"
+#include "platform/services/Utf8.h"
 
 #include <algorithm>
+#include <array>
+#include <cstring>
 
 namespace tessarin::embedded {
 namespace {
 
 // The first bytes of a text as a number, which decides most comparisons.
 std::uint64_t beginningOf(StringView text) {
+    std::array<std::uint8_t, sizeof(std::uint64_t)> bytes{};
+    std::copy_n(text.narrow(), std::min(text.length(), bytes.size()), bytes.begin());
     std::uint64_t beginning = 0;
-    for (std::size_t index = 0; index < sizeof beginning; ++index)
-        beginning = beginning << 8 | (index < text.length() ? text.narrow()[index] : 0U);
+    for (const std::uint8_t byte : bytes) beginning = beginning << 8 | byte;
     return beginning;
 }
 
@@ -19,9 +23,12 @@ std::size_t commonPrefixLength(std::span<const StringView> texts) {
     if (texts.empty()) return 0;
     const std::uint8_t* const first = texts[0].narrow();
     std::size_t length = texts[0].length();
-    for (const StringView text : texts)
+    for (const StringView text : texts) {
+        const std::uint8_t* const own = text.narrow();
+        if (text.length() >= length && std::memcmp(first, own, length) == 0) continue; // as is most often so
         length = static_cast<std::size_t>(
-            std::mismatch(first, first + std::min(length, text.length()), text.narrow()).first - first);
+            std::mismatch(first, first + std::min(length, text.length()), own).first - first);
+    }
     return length;
 }
 
