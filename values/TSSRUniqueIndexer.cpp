@@ -1,6 +1,7 @@
 #include "TessarinFoundation/TSSRUniqueIndexer.h"
 
 #include "TessarinPlatform/Definition.h"
+#include "TessarinPlatform/IndexSetEditing.h"
 #include "TessarinPlatform/NSLock.h"
 #include "TessarinPlatform/Retained.h"
 #include "values/OwnVariable.h"
@@ -21,6 +22,14 @@ struct Variables {
 };
 Variables& variablesOf(TSSRUniqueIndexer indexer) {
     return values::ownVariable<Variables, "tsrpriv_usedIndexes">(indexer);
+}
+
+// Sends the indexer a message that a subclass may have taken over. Where none has, the method needs no call.
+template <auto method>
+[[gnu::always_inline]] inline auto sendOwn(TSSRUniqueIndexer self, SEL selector) {
+    const Implementation found = runtime::lookUp(self.object(), selector);
+    if (found == reinterpret_cast<Implementation>(method)) [[likely]] return method(self, selector);
+    return tessarin::detail::call<decltype(method(self, selector))>(found, self, selector);
 }
 
 // ---- Making
@@ -48,12 +57,12 @@ void dealloc(TSSRUniqueIndexer self, SEL selector) {
 //
 // No scope object locks: where a set refuses an index, the exception leaves the lock held, which is meant.
 
-void lock(TSSRUniqueIndexer self, SEL) {
+[[gnu::always_inline]] inline void lock(TSSRUniqueIndexer self, SEL) {
     const Variables& variables = variablesOf(self);
     if (variables.shouldLock != NO) variables.lock.lock();
 }
 
-void unlock(TSSRUniqueIndexer self, SEL) {
+[[gnu::always_inline]] inline void unlock(TSSRUniqueIndexer self, SEL) {
     const Variables& variables = variablesOf(self);
     if (variables.shouldLock != NO) variables.lock.unlock();
 }
@@ -68,67 +77,88 @@ void setShouldLock(TSSRUniqueIndexer self, SEL, BOOL shouldLock) {
 // In the sets an index is unsigned; a negative one is beyond all that a set can hold.
 NSUInteger unsignedIndex(NSInteger index) { return static_cast<NSUInteger>(index); }
 
-NSInteger registerIndex(TSSRUniqueIndexer self, SEL, NSInteger index) {
-    self.lock();
-    Variables& variables = variablesOf(self);
-    if (index < 0 || index == NSNotFound || variables.usedIndexes.containsIndex(unsignedIndex(index))) {
-        // The lock is not recursive, so the nested call must not take it again. Other threads skip it
-        // meanwhile, which is meant.
-        const BOOL remembered = variables.shouldLock;
-        variables.shouldLock = NO;
-        index = self.firstAvailableIndex();
-        variables.shouldLock = remembered;
-    }
-    variables.usedIndexes.addIndex(unsignedIndex(index)); // raises for NSNotFound
-    variables.freedIndexes.removeIndex(unsignedIndex(index));
-    self.unlock();
-    return index;
+void add(NSMutableIndexSet set, NSUInteger index) {
+    if (addIndexAtOnce(set, index) == IndexEdit::notMade) set.addIndex(index);
+}
+void remove(NSMutableIndexSet set, NSUInteger index) {
+    if (removeIndexAtOnce(set, index) == IndexEdit::notMade) set.removeIndex(index);
+}
+// Whether the set did not contain the index.
+bool addIfAbsent(NSMutableIndexSet set, NSUInteger index) {
+    const IndexEdit edit = addIndexAtOnce(set, index);
+    if (edit != IndexEdit::notMade) return edit == IndexEdit::made;
+    if (set.containsIndex(index)) return false;
+    set.addIndex(index);
+    return true;
+}
+// Whether the set contained the index.
+bool removeIfPresent(NSMutableIndexSet set, NSUInteger index) {
+    const IndexEdit edit = removeIndexAtOnce(set, index);
+    if (edit != IndexEdit::notMade) return edit == IndexEdit::made;
+    if (!set.containsIndex(index)) return false;
+    set.removeIndex(index);
+    return true;
 }
 
-BOOL freeIndex(TSSRUniqueIndexer self, SEL, NSInteger index) {
-    self.lock();
-    const Variables& variables = variablesOf(self);
-    const bool isUsed = variables.usedIndexes.containsIndex(unsignedIndex(index));
-    if (isUsed) {
-        variables.usedIndexes.removeIndex(unsignedIndex(index));
-        variables.freedIndexes.addIndex(unsignedIndex(index));
-    }
-    self.unlock();
-    return isUsed ? YES : NO;
-}
-
-void freeAllIndexes(TSSRUniqueIndexer self, SEL) {
-    self.lock();
-    const Variables& variables = variablesOf(self);
-    variables.usedIndexes.removeAllIndexes();
-    variables.freedIndexes.removeAllIndexes();
-    self.unlock();
-}
-
-NSInteger firstAvailableIndex(TSSRUniqueIndexer self, SEL) {
-    self.lock();
+inline NSInteger firstAvailableIndex(TSSRUniqueIndexer self, SEL) {
+    sendOwn<lock>(self, "lock"_sel);
     const Variables& variables = variablesOf(self);
     auto candidate = static_cast<NSInteger>(variables.freedIndexes.firstIndex());
     // With nothing in use the last index is NSNotFound, and one more wraps to the most negative number.
     if (candidate == NSNotFound) candidate = static_cast<NSInteger>(variables.usedIndexes.lastIndex() + 1);
     if (candidate < 0) candidate = NSNotFound;
-    self.unlock();
+    sendOwn<unlock>(self, "unlock"_sel);
     return candidate;
+}
+
+NSInteger registerIndex(TSSRUniqueIndexer self, SEL, NSInteger index) {
+    sendOwn<lock>(self, "lock"_sel);
+    Variables& variables = variablesOf(self);
+    const bool isTaken = index >= 0 && index != NSNotFound && addIfAbsent(variables.usedIndexes, unsignedIndex(index));
+    if (!isTaken) {
+        // The lock is not recursive, so the nested call must not take it again. Other threads skip it
+        // meanwhile, which is meant.
+        const BOOL remembered = variables.shouldLock;
+        variables.shouldLock = NO;
+        index = sendOwn<firstAvailableIndex>(self, "firstAvailableIndex"_sel);
+        variables.shouldLock = remembered;
+        add(variables.usedIndexes, unsignedIndex(index)); // raises for NSNotFound
+    }
+    remove(variables.freedIndexes, unsignedIndex(index));
+    sendOwn<unlock>(self, "unlock"_sel);
+    return index;
+}
+
+BOOL freeIndex(TSSRUniqueIndexer self, SEL, NSInteger index) {
+    sendOwn<lock>(self, "lock"_sel);
+    const Variables& variables = variablesOf(self);
+    const bool isUsed = removeIfPresent(variables.usedIndexes, unsignedIndex(index));
+    if (isUsed) add(variables.freedIndexes, unsignedIndex(index));
+    sendOwn<unlock>(self, "unlock"_sel);
+    return isUsed ? YES : NO;
+}
+
+void freeAllIndexes(TSSRUniqueIndexer self, SEL) {
+    sendOwn<lock>(self, "lock"_sel);
+    const Variables& variables = variablesOf(self);
+    variables.usedIndexes.removeAllIndexes();
+    variables.freedIndexes.removeAllIndexes();
+    sendOwn<unlock>(self, "unlock"_sel);
 }
 
 id availableIndexesOfCount(TSSRUniqueIndexer self, SEL, NSUInteger count) {
     Variables& variables = variablesOf(self);
     const BOOL remembered = variables.shouldLock;
-    self.lock();
+    sendOwn<lock>(self, "lock"_sel);
     variables.shouldLock = NO;
     const auto restore = [&] {
         variables.shouldLock = remembered;
-        self.unlock();
+        sendOwn<unlock>(self, "unlock"_sel);
     };
     const Retained<NSMutableIndexSet> available = adopt(NSMutableIndexSet::alloc().init());
     NSInteger previous = NSNotFound;
     for (NSUInteger pass = 0; pass < count; ++pass) {
-        const NSInteger index = self.firstAvailableIndex();
+        const NSInteger index = sendOwn<firstAvailableIndex>(self, "firstAvailableIndex"_sel);
         if (index == NSNotFound) {
             restore();
             return nil;

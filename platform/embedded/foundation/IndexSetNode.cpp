@@ -10,6 +10,19 @@ namespace {
 
 constexpr unsigned levelBits = 6;
 
+// From a few entries on there is room for all, so that the others need not be moved for one that comes. That
+// is half a kilobyte, which is little beside eight nodes, and what a bitmap takes in place of the words.
+constexpr unsigned mostCountedEntries = 8;
+constexpr unsigned roomierThan(unsigned capacity) {
+    return capacity < mostCountedEntries ? 2 * capacity : IndexSetNode::slotCount;
+}
+constexpr unsigned tighterThan(unsigned capacity) {
+    return capacity <= mostCountedEntries ? capacity / 2 : mostCountedEntries;
+}
+constexpr unsigned roomFor(unsigned entryCount) {
+    return entryCount <= mostCountedEntries ? std::bit_ceil(entryCount) : IndexSetNode::slotCount;
+}
+
 std::size_t sizeWith(std::size_t capacity) {
     return sizeof(IndexSetNode) + capacity * sizeof(IndexSetNode::Entry);
 }
@@ -39,13 +52,14 @@ IndexSetNode* IndexSetNode::makeAround(Index first, Index last) {
 
 IndexSetNode* IndexSetNode::clone(const IndexSetNode* node) {
     if (!node) return nullptr;
-    const auto capacity = std::bit_ceil(unsigned{node->entryCount});
+    const std::uint64_t stored = node->stored & node->occupied;
+    const unsigned capacity = roomFor(static_cast<unsigned>(countBits(stored)));
     auto* copy = new (allocated(std::malloc(sizeWith(capacity)))) IndexSetNode(*node);
     copy->capacity = static_cast<std::uint8_t>(capacity);
     copy->stored = 0;
     copy->entryCount = 0;
     try {
-        for (std::uint64_t rest = node->stored; rest != 0; rest &= rest - 1) {
+        for (std::uint64_t rest = stored; rest != 0; rest &= rest - 1) {
             const auto slot = static_cast<Index>(std::countr_zero(rest));
             const Entry& original = node->entry(slot);
             copy->insert(slot, node->isLeaf() ? original : Entry{.child = clone(original.child)});
@@ -68,14 +82,14 @@ void IndexSetNode::destroy(IndexSetNode* node) {
 std::uint64_t IndexSetNode::count(const IndexSetNode* node) {
     if (!node) return 0;
     std::uint64_t sum = 0;
-    for (std::uint64_t rest = node->occupied(); rest != 0; rest &= rest - 1)
+    for (std::uint64_t rest = node->occupied; rest != 0; rest &= rest - 1)
         sum += node->countOf(static_cast<Index>(std::countr_zero(rest)));
     return sum;
 }
 
 std::uint64_t IndexSetNode::countOf(Index slot) const {
-    if ((solid & bit(slot)) != 0) return bit(shift);
-    if ((stored & bit(slot)) == 0) return 0;
+    if (!isOccupied(slot)) return 0;
+    if (!isStored(slot)) return bit(shift);
     return isLeaf() ? countBits(entry(slot).word) : count(entry(slot).child);
 }
 
@@ -90,7 +104,7 @@ std::size_t IndexSetNode::byteCount(const IndexSetNode* node) {
 
 void IndexSetNode::makeRoom(IndexSetNode*& node) {
     if (node->capacity == slotCount || node->entryCount < node->capacity) return;
-    const unsigned wanted = 2u * node->capacity;
+    const unsigned wanted = roomierThan(node->capacity);
     node = allocated(std::realloc(node, sizeWith(wanted)));
     node->resize(wanted);
 }
@@ -103,22 +117,54 @@ void IndexSetNode::insert(Index slot, Entry inserted) {
     }
     *place = inserted;
     stored |= bit(slot);
+    occupied |= bit(slot);
     ++entryCount;
 }
 
-void IndexSetNode::erase(IndexSetNode*& node, Index slot) {
-    Entry* erased = &node->entry(slot);
-    if (!node->isLeaf()) destroy(erased->child);
-    if (node->capacity < slotCount) std::move(erased + 1, node->entries() + node->entryCount, erased);
+void IndexSetNode::holdJust(Index index) {
+    base = index & ~(slotCount * slotCount - Index{1});
+    stored = 0;
+    entryCount = 0;
+    insert(leafSlotOf(index), {.word = bit(index % slotCount)});
+    occupied = stored;
+}
+
+IndexSetNode* IndexSetNode::detach(IndexSetNode*& node, Index slot) {
+    Entry* place = &node->entry(slot);
+    IndexSetNode* const child = place->child;
+    if (node->capacity < slotCount) std::move(place + 1, node->entries() + node->entryCount, place);
     node->stored &= ~bit(slot);
+    node->occupied &= ~bit(slot);
     --node->entryCount;
 
-    // A quarter full, so that a set that grows and shrinks around one size keeps its room.
-    const unsigned half = node->capacity / 2u;
-    if (half < 2 || 2u * node->entryCount > half) return;
-    node->resize(half);
+    // Half of what the smaller room would hold, so that a set that grows and shrinks around one size keeps
+    // its room.
+    const unsigned wanted = tighterThan(node->capacity);
+    if (wanted < 2 || 2u * node->entryCount > wanted) return child;
+    node->resize(wanted);
     // A smaller block that cannot be had leaves the larger one, which does as well.
-    if (void* smaller = std::realloc(node, sizeWith(half))) node = static_cast<IndexSetNode*>(smaller);
+    if (void* smaller = std::realloc(node, sizeWith(wanted))) node = static_cast<IndexSetNode*>(smaller);
+    return child;
+}
+
+void IndexSetNode::clear(IndexSetNode*& node, Index slot) {
+    if (node->isStored(slot)) {
+        if (node->isLeaf())
+            node->entry(slot).word = 0;
+        else
+            destroy(detach(node, slot));
+    }
+    node->occupied &= ~bit(slot);
+}
+
+void IndexSetNode::fill(IndexSetNode*& node, Index slot) {
+    if (node->isStored(slot)) {
+        if (node->isLeaf())
+            node->entry(slot).word = allSlots;
+        else
+            destroy(detach(node, slot));
+    }
+    node->occupied |= bit(slot);
 }
 
 void IndexSetNode::split(IndexSetNode*& node, Index slot) {
@@ -126,9 +172,8 @@ void IndexSetNode::split(IndexSetNode*& node, Index slot) {
     Entry full{.word = allSlots};
     if (!node->isLeaf()) {
         full.child = make(node->firstOf(slot), node->shift - levelBits);
-        full.child->solid = allSlots;
+        full.child->occupied = allSlots;
     }
-    node->solid &= ~bit(slot);
     node->insert(slot, full);
 }
 

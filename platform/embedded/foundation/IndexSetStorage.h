@@ -10,6 +10,9 @@
 
 namespace tessarin::embedded {
 
+// What no set holds. Not an optional, whose way through memory costs more than finding the index.
+constexpr Index noIndex = static_cast<Index>(NSNotFound);
+
 struct IndexRange {
     Index first;
     Index last; // included
@@ -33,9 +36,13 @@ public:
         : root_(IndexSetNode::clone(other.root_)), count_(other.count_) {}
     IndexSetStorage(IndexSetStorage&& other) noexcept
         : root_(std::exchange(other.root_, nullptr)), count_(std::exchange(other.count_, 0)) {}
-    ~IndexSetStorage() { IndexSetNode::destroy(root_); }
+    ~IndexSetStorage() {
+        IndexSetNode::destroy(root_);
+        IndexSetNode::destroy(spareLeaf_);
+    }
     IndexSetStorage& operator=(IndexSetStorage other) noexcept {
         std::swap(root_, other.root_);
+        std::swap(spareLeaf_, other.spareLeaf_);
         std::swap(count_, other.count_);
         return *this;
     }
@@ -45,11 +52,12 @@ public:
     std::size_t byteCount() const { return IndexSetNode::byteCount(root_); }
     bool contains(Index index) const;
     bool contains(IndexRange range) const;
-    std::optional<Index> first() const;
-    std::optional<Index> last() const;
-    // The first member at or behind an index, the last at or before it.
-    std::optional<Index> atOrAfter(Index index) const;
-    std::optional<Index> atOrBefore(Index index) const;
+    // noIndex where there is none.
+    Index first() const;
+    Index last() const;
+    // The first member at or behind an index, the last at or before it; noIndex where there is none.
+    Index atOrAfter(Index index) const;
+    Index atOrBefore(Index index) const;
     // The run of members that begins at or behind an index, up to the next number that is no member; one that
     // begins before the index is cut there.
     std::optional<IndexRange> runFrom(Index index) const;
@@ -66,9 +74,93 @@ private:
     void addRange(IndexSetNode*& node, IndexRange range);
     void removeRange(IndexSetNode*& node, IndexRange range);
 
+    [[gnu::noinline]] bool addFirst(Index index);
+    [[gnu::noinline]] bool addLeaf(IndexSetNode*& node, Index index);
+    [[gnu::noinline]] bool addWord(IndexSetNode*& leaf, Index index);
+    IndexSetNode* newLeaf(Index index);
+    [[gnu::noinline]] bool removeFromSolid(Index index);
+    [[gnu::noinline]] void removeLeaf(IndexSetNode*& parent, Index index);
+
     IndexSetNode* root_ = nullptr;
+    IndexSetNode* spareLeaf_ = nullptr; // one that has become empty, for the next
     std::uint64_t count_ = 0;
 };
+
+inline bool IndexSetStorage::contains(Index index) const {
+    const IndexSetNode* node = root_;
+    while (node && !node->isLeaf()) {
+        const Index slot = node->slotOf(index);
+        if (slot >= IndexSetNode::slotCount) return false;
+        if (!node->isStored(slot)) return node->isOccupied(slot);
+        node = node->entry(slot).child;
+    }
+    if (!node || !node->leafSpans(index)) return false;
+    const Index slot = IndexSetNode::leafSlotOf(index);
+    if (!node->isStored(slot)) return node->isOccupied(slot);
+    return (node->entry(slot).word & IndexSetNode::wordBit(index)) != 0;
+}
+
+inline Index IndexSetStorage::first() const {
+    if (count_ == 0) return noIndex;
+    return IndexSetNode::firstIn(root_, IndexSetNode::lowest(root_->occupied));
+}
+
+inline Index IndexSetStorage::last() const {
+    if (count_ == 0) return noIndex;
+    return IndexSetNode::lastIn(root_, IndexSetNode::highest(root_->occupied));
+}
+
+// What happens seldom is apart, and is called last: the other way needs to save nothing for it.
+
+inline bool IndexSetStorage::add(Index index) {
+    if (count_ == 0) return addFirst(index);
+    IndexSetNode** link = &root_;
+    IndexSetNode* node = root_;
+    while (!node->isLeaf()) {
+        const Index slot = node->slotOf(index);
+        if (slot >= IndexSetNode::slotCount || !node->isStored(slot)) return addLeaf(*link, index);
+        link = &node->entry(slot).child;
+        node = *link;
+    }
+    if (!node->leafSpans(index)) return addLeaf(*link, index);
+    const Index slot = IndexSetNode::leafSlotOf(index);
+    if (!node->isStored(slot)) return addWord(*link, index);
+    std::uint64_t& word = node->entry(slot).word;
+    const std::uint64_t added = IndexSetNode::wordBit(index);
+    if ((word & added) != 0) return false;
+    word |= added;
+    node->occupied |= IndexSetNode::bit(slot);
+    ++count_;
+    return true;
+}
+
+inline bool IndexSetStorage::remove(Index index) {
+    if (count_ == 0) return false;
+    IndexSetNode** parent = nullptr;
+    IndexSetNode** link = &root_;
+    IndexSetNode* node = root_;
+    while (!node->isLeaf()) {
+        const Index slot = node->slotOf(index);
+        if (slot >= IndexSetNode::slotCount) return false;
+        if (!node->isStored(slot)) return node->isOccupied(slot) && removeFromSolid(index);
+        parent = std::exchange(link, &node->entry(slot).child);
+        node = *link;
+    }
+    if (!node->leafSpans(index)) return false;
+    const Index slot = IndexSetNode::leafSlotOf(index);
+    if (!node->isStored(slot)) return node->isOccupied(slot) && removeFromSolid(index);
+    std::uint64_t& word = node->entry(slot).word;
+    const std::uint64_t removed = IndexSetNode::wordBit(index);
+    if ((word & removed) == 0) return false;
+    word ^= removed;
+    --count_;
+    if (word == 0) {
+        node->occupied ^= IndexSetNode::bit(slot);
+        // A last leaf stays for the next index.
+        if (node->occupied == 0 && parent) removeLeaf(*parent, index);
+    }
+    return true;
+}
 
 inline IndexSetStorage& storageOf(NSIndexSet set) { return embedded::storageOf<IndexSetStorage>(set); }
 

@@ -1,4 +1,4 @@
-#include "TessarinPlatform/NSMutableIndexSet.h"
+#include "TessarinPlatform/IndexSetEditing.h"
 #include "platform/embedded/foundation/IndexSetStorage.h"
 
 namespace tessarin::embedded {
@@ -62,3 +62,27 @@ ClassDescription describeNSMutableIndexSet() {
 }
 
 } // namespace tessarin::embedded
+
+namespace tessarin {
+namespace {
+
+bool isPlain(NSMutableIndexSet set) {
+    return set && set.object()->isa == NSMutableIndexSet::classObject().object();
+}
+bool canBeEdited(NSMutableIndexSet set, NSUInteger index) {
+    return isPlain(set) && index < static_cast<NSUInteger>(NSNotFound);
+}
+
+} // namespace
+
+IndexEdit addIndexAtOnce(NSMutableIndexSet set, NSUInteger index) {
+    if (!canBeEdited(set, index)) return IndexEdit::notMade;
+    return embedded::storageOf(set).add(index) ? IndexEdit::made : IndexEdit::needless;
+}
+
+IndexEdit removeIndexAtOnce(NSMutableIndexSet set, NSUInteger index) {
+    if (!canBeEdited(set, index)) return IndexEdit::notMade;
+    return embedded::storageOf(set).remove(index) ? IndexEdit::made : IndexEdit::needless;
+}
+
+} // namespace tessarin
