@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <new>
+#include <utility>
 
 namespace tessarin::embedded {
 namespace {
@@ -37,7 +38,7 @@ IndexSetNode* allocated(void* memory) {
 IndexSetNode* IndexSetNode::make(Index base, unsigned shift) {
     const std::uint8_t capacity = shift == leafShift ? 1 : 2;
     return new (allocated(std::malloc(sizeWith(capacity))))
-        IndexSetNode{base, 0, 0, static_cast<std::uint8_t>(shift), capacity, 0};
+        IndexSetNode{base, 0, 0, static_cast<std::uint8_t>(shift), capacity, 0, scattered};
 }
 
 IndexSetNode* IndexSetNode::makeAround(Index first, Index last) {
@@ -58,6 +59,7 @@ IndexSetNode* IndexSetNode::clone(const IndexSetNode* node) {
     copy->capacity = static_cast<std::uint8_t>(capacity);
     copy->stored = 0;
     copy->entryCount = 0;
+    copy->updateOffset();
     try {
         for (std::uint64_t rest = stored; rest != 0; rest &= rest - 1) {
             const auto slot = static_cast<Index>(std::countr_zero(rest));
@@ -102,31 +104,26 @@ std::size_t IndexSetNode::byteCount(const IndexSetNode* node) {
     return sum;
 }
 
-void IndexSetNode::makeRoom(IndexSetNode*& node) {
-    if (node->capacity == slotCount || node->entryCount < node->capacity) return;
+void IndexSetNode::grow(IndexSetNode*& node) {
     const unsigned wanted = roomierThan(node->capacity);
     node = allocated(std::realloc(node, sizeWith(wanted)));
     node->resize(wanted);
 }
 
 void IndexSetNode::insert(Index slot, Entry inserted) {
-    Entry* place = entries() + position(slot);
-    if (capacity < slotCount) {
-        Entry* end = entries() + entryCount;
-        std::move_backward(place, end, end + 1);
+    if (capacity == slotCount) {
+        entries()[slot] = inserted;
+    } else {
+        Entry* const place = entries() + countBits(stored & (bit(slot) - 1));
+        Entry* const end = entries() + entryCount;
+        // By hand, since there are too few for a call.
+        for (Entry* each = place; each != end; ++each) std::swap(*each, inserted);
+        *end = inserted;
     }
-    *place = inserted;
     stored |= bit(slot);
     occupied |= bit(slot);
     ++entryCount;
-}
-
-void IndexSetNode::holdJust(Index index) {
-    base = index & ~(slotCount * slotCount - Index{1});
-    stored = 0;
-    entryCount = 0;
-    insert(leafSlotOf(index), {.word = bit(index % slotCount)});
-    occupied = stored;
+    updateOffset();
 }
 
 IndexSetNode* IndexSetNode::detach(IndexSetNode*& node, Index slot) {
@@ -136,6 +133,7 @@ IndexSetNode* IndexSetNode::detach(IndexSetNode*& node, Index slot) {
     node->stored &= ~bit(slot);
     node->occupied &= ~bit(slot);
     --node->entryCount;
+    node->updateOffset();
 
     // Half of what the smaller room would hold, so that a set that grows and shrinks around one size keeps
     // its room.
@@ -191,6 +189,7 @@ void IndexSetNode::resize(unsigned wanted) {
             if ((stored & bit(slot)) != 0) all[position++] = all[slot];
     }
     capacity = static_cast<std::uint8_t>(wanted);
+    updateOffset();
 }
 
 } // namespace tessarin::embedded

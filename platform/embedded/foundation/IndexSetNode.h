@@ -16,7 +16,8 @@ using Index = std::uint64_t;
 // an index; a word may be left without any, for the next.
 //
 // The entries follow the node in memory, those of `stored` slots one behind another; with room for all 64
-// each stands at its slot's own place instead, so that none has to be counted or moved.
+// each stands at its slot's own place instead, so that none has to be counted or moved. Nor need they be
+// counted where the slots lie side by side.
 struct IndexSetNode {
     union Entry {
         std::uint64_t word;
@@ -25,6 +26,7 @@ struct IndexSetNode {
 
     static constexpr unsigned slotCount = 64;
     static constexpr unsigned leafShift = 6;
+    static constexpr std::uint8_t scattered = 0xFF;
     static constexpr std::uint64_t allSlots = ~std::uint64_t{0};
 
     static constexpr std::uint64_t bit(Index slot) { return std::uint64_t{1} << slot; }
@@ -54,6 +56,7 @@ struct IndexSetNode {
     std::uint8_t shift;     // a slot spans 2^shift indexes
     std::uint8_t capacity;  // room for entries
     std::uint8_t entryCount;
+    std::uint8_t offset; // by which the slots' numbers exceed their entries' places; `scattered` for no such
 
     bool isLeaf() const { return shift == leafShift; }
     bool isStored(Index slot) const { return (stored & bit(slot)) != 0; }
@@ -97,7 +100,9 @@ struct IndexSetNode {
     // What changes the room for entries may move the node, and changes the pointer to it.
 
     // Makes sure that one more entry can be inserted without asking for memory.
-    static void makeRoom(IndexSetNode*& node);
+    static void makeRoom(IndexSetNode*& node) {
+        if (node->entryCount == node->capacity) grow(node);
+    }
     // An entry, not without indexes, for a slot that has none. There is room for it.
     void insert(Index slot, Entry entry);
     // Takes a child away, which leaves its slot empty. The child is the caller's to destroy.
@@ -113,14 +118,35 @@ struct IndexSetNode {
 private:
     Entry* entries() { return reinterpret_cast<Entry*>(this + 1); }
     Index position(Index slot) const {
-        if (capacity == slotCount) return slot;
+        if (offset != scattered) return slot - offset;
         const std::uint64_t before = stored & (bit(slot) - 1);
         return before == 0 ? 0 : countEntries(before);
     }
     // Apart, so that what goes without counting is small.
     [[gnu::noinline]] static Index countEntries(std::uint64_t slots) { return countBits(slots); }
+    // To be called when slots, or the room, have changed.
+    void updateOffset();
+    [[gnu::noinline]] static void grow(IndexSetNode*& node);
     void resize(unsigned wanted);
 };
+
+inline void IndexSetNode::updateOffset() {
+    const Index first = lowest(stored);
+    if (capacity == slotCount)
+        offset = 0;
+    else if (stored != 0 && stored == bits(first, highest(stored)))
+        offset = static_cast<std::uint8_t>(first);
+    else
+        offset = scattered;
+}
+
+inline void IndexSetNode::holdJust(Index index) {
+    base = index & ~(slotCount * slotCount - Index{1});
+    stored = occupied = bit(leafSlotOf(index));
+    entryCount = 1;
+    offset = static_cast<std::uint8_t>(capacity == slotCount ? 0 : leafSlotOf(index));
+    entry(leafSlotOf(index)).word = wordBit(index);
+}
 
 inline Index IndexSetNode::firstIn(const IndexSetNode* node, Index slot) {
     for (;; slot = lowest(node->occupied)) {

@@ -180,8 +180,8 @@ bool IndexSetStorage::removeFromSolid(Index index) {
 }
 
 void IndexSetStorage::removeLeaf(Node*& parent, Index index) {
-    Node* const leaf = Node::detach(parent, parent->slotOf(index));
-    Node::destroy(std::exchange(spareLeaf_, leaf));
+    if (spareLeaf_) Node::destroy(spareLeaf_);
+    spareLeaf_ = Node::detach(parent, parent->slotOf(index));
     if (parent->occupied == 0) prune(root_, index);
 }
 

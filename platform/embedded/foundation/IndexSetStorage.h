@@ -152,9 +152,10 @@ inline bool IndexSetStorage::remove(Index index) {
     std::uint64_t& word = node->entry(slot).word;
     const std::uint64_t removed = IndexSetNode::wordBit(index);
     if ((word & removed) == 0) return false;
-    word ^= removed;
+    const std::uint64_t rest = word ^ removed;
+    word = rest;
     --count_;
-    if (word == 0) {
+    if (rest == 0) {
         node->occupied ^= IndexSetNode::bit(slot);
         // A last leaf stays for the next index.
         if (node->occupied == 0 && parent) removeLeaf(*parent, index);
