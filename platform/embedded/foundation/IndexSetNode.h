@@ -74,6 +74,11 @@ struct IndexSetNode {
     Index firstOf(Index slot) const { return base + (slot << shift); }
     Index lastOf(Index slot) const { return firstOf(slot) + (bit(shift) - 1); }
 
+    // The entry of a slot, if it is stored and found without counting; null otherwise.
+    Entry* entryAtHand(Index slot) {
+        const bool isAtHand = isStored(slot) && offset != scattered;
+        return isAtHand ? entries() + (slot - offset) : nullptr;
+    }
     // The entry of a stored slot.
     Entry& entry(Index slot) { return entries()[position(slot)]; }
     const Entry& entry(Index slot) const { return const_cast<IndexSetNode*>(this)->entry(slot); }
@@ -120,10 +125,8 @@ private:
     Index position(Index slot) const {
         if (offset != scattered) return slot - offset;
         const std::uint64_t before = stored & (bit(slot) - 1);
-        return before == 0 ? 0 : countEntries(before);
+        return before == 0 ? 0 : countBits(before);
     }
-    // Apart, so that what goes without counting is small.
-    [[gnu::noinline]] static Index countEntries(std::uint64_t slots) { return countBits(slots); }
     // To be called when slots, or the room, have changed.
     void updateOffset();
     [[gnu::noinline]] static void grow(IndexSetNode*& node);

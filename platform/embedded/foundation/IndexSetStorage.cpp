@@ -59,6 +59,18 @@ void prune(Node*& node, Index index) {
 
 } // namespace
 
+bool IndexSetStorage::containsAnywhere(Index index) const {
+    for (const Node* node = root_; node;) {
+        const Index slot = node->slotOf(index);
+        if (slot >= Node::slotCount) return false;
+        if (!node->isStored(slot)) return node->isOccupied(slot);
+        const Entry& entry = node->entry(slot);
+        if (node->isLeaf()) return (entry.word & Node::wordBit(index)) != 0;
+        node = entry.child;
+    }
+    return false;
+}
+
 bool IndexSetStorage::contains(IndexRange range) const {
     if (!contains(range.last)) return false;
     const auto absent = firstAbsent(root_, range.first, range.last);
@@ -133,33 +145,41 @@ bool operator==(const IndexSetStorage& left, const IndexSetStorage& right) {
     return true;
 }
 
-bool IndexSetStorage::addFirst(Index index) {
-    if (root_)
-        root_->holdJust(index);
-    else
-        root_ = newLeaf(index);
-    count_ = 1;
-    return true;
-}
-
-// On the way to an index a leaf is missing at the node, or above it.
-bool IndexSetStorage::addLeaf(Node*& node, Index index) {
-    if (node->slotOf(index) >= Node::slotCount) branchAbove(node, index);
-    const Index slot = node->slotOf(index);
-    if (node->isOccupied(slot)) return false;
-    Node::makeRoom(node);
-    node->insert(slot, {.child = newLeaf(index)});
-    ++count_;
-    return true;
-}
-
-bool IndexSetStorage::addWord(Node*& leaf, Index index) {
-    const Index slot = Node::leafSlotOf(index);
-    if (leaf->isOccupied(slot)) return false;
-    Node::makeRoom(leaf);
-    leaf->insert(slot, {.word = Node::wordBit(index)});
-    ++count_;
-    return true;
+bool IndexSetStorage::addAnywhere(Index index) {
+    if (count_ == 0) {
+        if (root_)
+            root_->holdJust(index);
+        else
+            root_ = newLeaf(index);
+        count_ = 1;
+        return true;
+    }
+    Node** link = &root_;
+    for (;;) {
+        Index slot = (*link)->slotOf(index);
+        if (slot >= Node::slotCount) {
+            branchAbove(*link, index);
+            slot = (*link)->slotOf(index);
+        }
+        Node* const node = *link;
+        if (node->isStored(slot)) {
+            Entry& entry = node->entry(slot);
+            if (!node->isLeaf()) {
+                link = &entry.child;
+                continue;
+            }
+            const std::uint64_t added = Node::wordBit(index);
+            if ((entry.word & added) != 0) return false;
+            entry.word |= added;
+            node->occupied |= Node::bit(slot);
+        } else {
+            if (node->isOccupied(slot)) return false;
+            Node::makeRoom(*link);
+            (*link)->insert(slot, (*link)->isLeaf() ? Entry{.word = Node::wordBit(index)} : Entry{.child = newLeaf(index)});
+        }
+        ++count_;
+        return true;
+    }
 }
 
 // A leaf that was left without indexes serves again.
@@ -169,13 +189,28 @@ Node* IndexSetStorage::newLeaf(Index index) {
     return leaf;
 }
 
-bool IndexSetStorage::removeFromSolid(Index index) {
+bool IndexSetStorage::removeAnywhere(Index index) {
+    if (count_ == 0) return false;
+    Node** parent = nullptr;
     Node** link = &root_;
     for (;;) {
         const Index slot = (*link)->slotOf(index);
+        if (slot >= Node::slotCount || !(*link)->isOccupied(slot)) return false;
         if (!(*link)->isStored(slot)) Node::split(*link, slot);
-        if ((*link)->isLeaf()) return remove(index);
-        link = &(*link)->entry(slot).child;
+        Node* const node = *link;
+        Entry& entry = node->entry(slot);
+        if (!node->isLeaf()) {
+            parent = std::exchange(link, &entry.child);
+            continue;
+        }
+        const std::uint64_t removed = Node::wordBit(index);
+        if ((entry.word & removed) == 0) return false;
+        entry.word ^= removed;
+        if (entry.word == 0) node->occupied ^= Node::bit(slot);
+        // A last leaf stays for the next index.
+        if (node->occupied == 0 && parent) removeLeaf(*parent, index);
+        --count_;
+        return true;
     }
 }
 

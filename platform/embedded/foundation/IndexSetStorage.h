@@ -74,30 +74,36 @@ private:
     void addRange(IndexSetNode*& node, IndexRange range);
     void removeRange(IndexSetNode*& node, IndexRange range);
 
-    [[gnu::noinline]] bool addFirst(Index index);
-    [[gnu::noinline]] bool addLeaf(IndexSetNode*& node, Index index);
-    [[gnu::noinline]] bool addWord(IndexSetNode*& leaf, Index index);
+    IndexSetNode* leafAtHand(Index index) const;
+    bool containsAnywhere(Index index) const;
+    bool addAnywhere(Index index);
+    bool removeAnywhere(Index index);
     IndexSetNode* newLeaf(Index index);
-    [[gnu::noinline]] bool removeFromSolid(Index index);
-    [[gnu::noinline]] void removeLeaf(IndexSetNode*& parent, Index index);
+    void removeLeaf(IndexSetNode*& parent, Index index);
 
     IndexSetNode* root_ = nullptr;
     IndexSetNode* spareLeaf_ = nullptr; // one that has become empty, for the next
     std::uint64_t count_ = 0;
 };
 
-inline bool IndexSetStorage::contains(Index index) const {
-    const IndexSetNode* node = root_;
-    while (node && !node->isLeaf()) {
+inline IndexSetNode* IndexSetStorage::leafAtHand(Index index) const {
+    IndexSetNode* node = root_;
+    if (!node) return nullptr;
+    while (!node->isLeaf()) {
         const Index slot = node->slotOf(index);
-        if (slot >= IndexSetNode::slotCount) return false;
-        if (!node->isStored(slot)) return node->isOccupied(slot);
-        node = node->entry(slot).child;
+        if (slot >= IndexSetNode::slotCount) return nullptr;
+        const IndexSetNode::Entry* const entry = node->entryAtHand(slot);
+        if (!entry) return nullptr;
+        node = entry->child;
     }
-    if (!node || !node->leafSpans(index)) return false;
-    const Index slot = IndexSetNode::leafSlotOf(index);
-    if (!node->isStored(slot)) return node->isOccupied(slot);
-    return (node->entry(slot).word & IndexSetNode::wordBit(index)) != 0;
+    return node->leafSpans(index) ? node : nullptr;
+}
+
+inline bool IndexSetStorage::contains(Index index) const {
+    if (IndexSetNode* const leaf = leafAtHand(index))
+        if (const auto* const entry = leaf->entryAtHand(IndexSetNode::leafSlotOf(index)))
+            return (entry->word & IndexSetNode::wordBit(index)) != 0;
+    return containsAnywhere(index);
 }
 
 inline Index IndexSetStorage::first() const {
@@ -110,57 +116,34 @@ inline Index IndexSetStorage::last() const {
     return IndexSetNode::lastIn(root_, IndexSetNode::highest(root_->occupied));
 }
 
-// What happens seldom is apart, and is called last: the other way needs to save nothing for it.
-
 inline bool IndexSetStorage::add(Index index) {
-    if (count_ == 0) return addFirst(index);
-    IndexSetNode** link = &root_;
-    IndexSetNode* node = root_;
-    while (!node->isLeaf()) {
-        const Index slot = node->slotOf(index);
-        if (slot >= IndexSetNode::slotCount || !node->isStored(slot)) return addLeaf(*link, index);
-        link = &node->entry(slot).child;
-        node = *link;
+    if (IndexSetNode* const leaf = leafAtHand(index)) {
+        const Index slot = IndexSetNode::leafSlotOf(index);
+        if (auto* const entry = leaf->entryAtHand(slot)) {
+            const std::uint64_t added = IndexSetNode::wordBit(index);
+            if ((entry->word & added) != 0) return false;
+            entry->word |= added;
+            leaf->occupied |= IndexSetNode::bit(slot);
+            ++count_;
+            return true;
+        }
     }
-    if (!node->leafSpans(index)) return addLeaf(*link, index);
-    const Index slot = IndexSetNode::leafSlotOf(index);
-    if (!node->isStored(slot)) return addWord(*link, index);
-    std::uint64_t& word = node->entry(slot).word;
-    const std::uint64_t added = IndexSetNode::wordBit(index);
-    if ((word & added) != 0) return false;
-    word |= added;
-    node->occupied |= IndexSetNode::bit(slot);
-    ++count_;
-    return true;
+    return addAnywhere(index);
 }
 
 inline bool IndexSetStorage::remove(Index index) {
-    if (count_ == 0) return false;
-    IndexSetNode** parent = nullptr;
-    IndexSetNode** link = &root_;
-    IndexSetNode* node = root_;
-    while (!node->isLeaf()) {
-        const Index slot = node->slotOf(index);
-        if (slot >= IndexSetNode::slotCount) return false;
-        if (!node->isStored(slot)) return node->isOccupied(slot) && removeFromSolid(index);
-        parent = std::exchange(link, &node->entry(slot).child);
-        node = *link;
+    if (IndexSetNode* const leaf = leafAtHand(index)) {
+        if (auto* const entry = leaf->entryAtHand(IndexSetNode::leafSlotOf(index))) {
+            const std::uint64_t removed = IndexSetNode::wordBit(index);
+            if ((entry->word & removed) == 0) return false;
+            if (entry->word != removed) {
+                entry->word ^= removed;
+                --count_;
+                return true;
+            }
+        }
     }
-    if (!node->leafSpans(index)) return false;
-    const Index slot = IndexSetNode::leafSlotOf(index);
-    if (!node->isStored(slot)) return node->isOccupied(slot) && removeFromSolid(index);
-    std::uint64_t& word = node->entry(slot).word;
-    const std::uint64_t removed = IndexSetNode::wordBit(index);
-    if ((word & removed) == 0) return false;
-    const std::uint64_t rest = word ^ removed;
-    word = rest;
-    --count_;
-    if (rest == 0) {
-        node->occupied ^= IndexSetNode::bit(slot);
-        // A last leaf stays for the next index.
-        if (node->occupied == 0 && parent) removeLeaf(*parent, index);
-    }
-    return true;
+    return removeAnywhere(index);
 }
 
 inline IndexSetStorage& storageOf(NSIndexSet set) { return embedded::storageOf<IndexSetStorage>(set); }
