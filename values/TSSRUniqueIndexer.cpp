@@ -77,29 +77,6 @@ void setShouldLock(TSSRUniqueIndexer self, SEL, BOOL shouldLock) {
 // In the sets an index is unsigned; a negative one is beyond all that a set can hold.
 NSUInteger unsignedIndex(NSInteger index) { return static_cast<NSUInteger>(index); }
 
-void add(NSMutableIndexSet set, NSUInteger index) {
-    if (addIndexAtOnce(set, index) == IndexEdit::notMade) set.addIndex(index);
-}
-void remove(NSMutableIndexSet set, NSUInteger index) {
-    if (removeIndexAtOnce(set, index) == IndexEdit::notMade) set.removeIndex(index);
-}
-// Whether the set did not contain the index.
-bool addIfAbsent(NSMutableIndexSet set, NSUInteger index) {
-    const IndexEdit edit = addIndexAtOnce(set, index);
-    if (edit != IndexEdit::notMade) return edit == IndexEdit::made;
-    if (set.containsIndex(index)) return false;
-    set.addIndex(index);
-    return true;
-}
-// Whether the set contained the index.
-bool removeIfPresent(NSMutableIndexSet set, NSUInteger index) {
-    const IndexEdit edit = removeIndexAtOnce(set, index);
-    if (edit != IndexEdit::notMade) return edit == IndexEdit::made;
-    if (!set.containsIndex(index)) return false;
-    set.removeIndex(index);
-    return true;
-}
-
 inline NSInteger firstAvailableIndex(TSSRUniqueIndexer self, SEL) {
     sendOwn<lock>(self, "lock"_sel);
     const Variables& variables = variablesOf(self);
@@ -114,17 +91,18 @@ inline NSInteger firstAvailableIndex(TSSRUniqueIndexer self, SEL) {
 NSInteger registerIndex(TSSRUniqueIndexer self, SEL, NSInteger index) {
     sendOwn<lock>(self, "lock"_sel);
     Variables& variables = variablesOf(self);
-    const bool isTaken = index >= 0 && index != NSNotFound && addIfAbsent(variables.usedIndexes, unsignedIndex(index));
-    if (!isTaken) {
+    if (index < 0 || index == NSNotFound || variables.usedIndexes.containsIndex(unsignedIndex(index))) {
         // The lock is not recursive, so the nested call must not take it again. Other threads skip it
         // meanwhile, which is meant.
         const BOOL remembered = variables.shouldLock;
         variables.shouldLock = NO;
         index = sendOwn<firstAvailableIndex>(self, "firstAvailableIndex"_sel);
         variables.shouldLock = remembered;
-        add(variables.usedIndexes, unsignedIndex(index)); // raises for NSNotFound
     }
-    remove(variables.freedIndexes, unsignedIndex(index));
+    if (!moveIndexAtOnce(unsignedIndex(index), variables.freedIndexes, variables.usedIndexes)) {
+        variables.usedIndexes.addIndex(unsignedIndex(index)); // raises for NSNotFound
+        variables.freedIndexes.removeIndex(unsignedIndex(index));
+    }
     sendOwn<unlock>(self, "unlock"_sel);
     return index;
 }
@@ -132,8 +110,12 @@ NSInteger registerIndex(TSSRUniqueIndexer self, SEL, NSInteger index) {
 BOOL freeIndex(TSSRUniqueIndexer self, SEL, NSInteger index) {
     sendOwn<lock>(self, "lock"_sel);
     const Variables& variables = variablesOf(self);
-    const bool isUsed = removeIfPresent(variables.usedIndexes, unsignedIndex(index));
-    if (isUsed) add(variables.freedIndexes, unsignedIndex(index));
+    bool isUsed = moveIndexAtOnce(unsignedIndex(index), variables.usedIndexes, variables.freedIndexes);
+    if (!isUsed && variables.usedIndexes.containsIndex(unsignedIndex(index))) {
+        variables.usedIndexes.removeIndex(unsignedIndex(index));
+        variables.freedIndexes.addIndex(unsignedIndex(index));
+        isUsed = true;
+    }
     sendOwn<unlock>(self, "unlock"_sel);
     return isUsed ? YES : NO;
 }

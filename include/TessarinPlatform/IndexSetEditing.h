@@ -1,19 +1,12 @@
-// Edits of index sets that tell what they changed, which takes two messages otherwise.
+// Edits of index sets that would take several messages, made at once.
 #pragma once
 
 #include "TessarinPlatform/NSMutableIndexSet.h"
 
 namespace tessarin {
 
-enum class IndexEdit {
-    notMade,  // messages are to be sent
-    needless, // the set was so already
-    made,
-};
-
-// Adds an index to a set or removes it, when the set is one of the platform's own and can hold the index.
-// Otherwise, and for a nil set, nothing is done.
-TESSARIN_EXPORT IndexEdit addIndexAtOnce(NSMutableIndexSet set, NSUInteger index);
-TESSARIN_EXPORT IndexEdit removeIndexAtOnce(NSMutableIndexSet set, NSUInteger index);
+// Moves an index from one set to another, when both are the platform's own, the first holds the index and the
+// second does not. Otherwise false, and nothing is done: messages do then what is to be done.
+TESSARIN_EXPORT bool moveIndexAtOnce(NSUInteger index, NSMutableIndexSet from, NSMutableIndexSet to);
 
 } // namespace tessarin

@@ -3,7 +3,6 @@
 namespace tessarin {
 
 // How the platform's sets keep their indexes is their own affair.
-IndexEdit addIndexAtOnce(NSMutableIndexSet, NSUInteger) { return IndexEdit::notMade; }
-IndexEdit removeIndexAtOnce(NSMutableIndexSet, NSUInteger) { return IndexEdit::notMade; }
+bool moveIndexAtOnce(NSUInteger, NSMutableIndexSet, NSMutableIndexSet) { return false; }
 
 } // namespace tessarin

@@ -64,25 +64,16 @@ ClassDescription describeNSMutableIndexSet() {
 } // namespace tessarin::embedded
 
 namespace tessarin {
-namespace {
 
-bool isPlain(NSMutableIndexSet set) {
-    return set && set.object()->isa == NSMutableIndexSet::classObject().object();
-}
-bool canBeEdited(NSMutableIndexSet set, NSUInteger index) {
-    return isPlain(set) && index < static_cast<NSUInteger>(NSNotFound);
-}
-
-} // namespace
-
-IndexEdit addIndexAtOnce(NSMutableIndexSet set, NSUInteger index) {
-    if (!canBeEdited(set, index)) return IndexEdit::notMade;
-    return embedded::storageOf(set).add(index) ? IndexEdit::made : IndexEdit::needless;
-}
-
-IndexEdit removeIndexAtOnce(NSMutableIndexSet set, NSUInteger index) {
-    if (!canBeEdited(set, index)) return IndexEdit::notMade;
-    return embedded::storageOf(set).remove(index) ? IndexEdit::made : IndexEdit::needless;
+bool moveIndexAtOnce(NSUInteger index, NSMutableIndexSet from, NSMutableIndexSet to) {
+    const Object* const plain = NSMutableIndexSet::classObject().object();
+    if (!from || !to || from.object()->isa != plain || to.object()->isa != plain) return false;
+    embedded::IndexSetStorage& source = embedded::storageOf(from);
+    // No set holds an index that another one cannot hold.
+    if (!source.remove(index)) return false;
+    if (embedded::storageOf(to).add(index)) return true;
+    source.add(index);
+    return false;
 }
 
 } // namespace tessarin
