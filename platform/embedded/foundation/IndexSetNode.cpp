@@ -127,9 +127,10 @@ void IndexSetNode::insert(Index slot, Entry inserted) {
 }
 
 IndexSetNode* IndexSetNode::detach(IndexSetNode*& node, Index slot) {
-    Entry* place = &node->entry(slot);
-    IndexSetNode* const child = place->child;
-    if (node->capacity < slotCount) std::move(place + 1, node->entries() + node->entryCount, place);
+    Entry* const place = &node->entry(slot);
+    Entry detached = *place;
+    if (node->capacity < slotCount)
+        for (Entry* each = node->entries() + node->entryCount; each != place;) std::swap(*--each, detached);
     node->stored &= ~bit(slot);
     node->occupied &= ~bit(slot);
     --node->entryCount;
@@ -138,11 +139,11 @@ IndexSetNode* IndexSetNode::detach(IndexSetNode*& node, Index slot) {
     // Half of what the smaller room would hold, so that a set that grows and shrinks around one size keeps
     // its room.
     const unsigned wanted = tighterThan(node->capacity);
-    if (wanted < 2 || 2u * node->entryCount > wanted) return child;
+    if (wanted < 2 || 2u * node->entryCount > wanted) return detached.child;
     node->resize(wanted);
     // A smaller block that cannot be had leaves the larger one, which does as well.
     if (void* smaller = std::realloc(node, sizeWith(wanted))) node = static_cast<IndexSetNode*>(smaller);
-    return child;
+    return detached.child;
 }
 
 void IndexSetNode::clear(IndexSetNode*& node, Index slot) {
