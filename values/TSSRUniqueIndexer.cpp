@@ -28,7 +28,8 @@ Variables& variablesOf(TSSRUniqueIndexer indexer) {
 template <auto method>
 [[gnu::always_inline]] inline auto sendOwn(TSSRUniqueIndexer self, SEL selector) {
     const Implementation found = runtime::lookUp(self.object(), selector);
-    if (found == reinterpret_cast<Implementation>(method)) [[likely]] return method(self, selector);
+    if (found == reinterpret_cast<Implementation>(method)) [[likely]]
+        return method(self, selector);
     return tessarin::detail::call<decltype(method(self, selector))>(found, self, selector);
 }
 

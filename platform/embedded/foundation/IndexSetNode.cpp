@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <cstring>
 #include <new>
 #include <utility>
 
@@ -11,9 +10,9 @@ namespace {
 
 constexpr unsigned levelBits = 6;
 
-// From a few entries on there is room for all, so that the others need not be moved for one that comes. That
-// is half a kilobyte, which is little beside eight nodes, and what a bitmap takes in place of the words.
-constexpr unsigned mostCountedEntries = 8;
+// With more than a few entries there is room for all, so that none need be moved for another one. That takes
+// half a kilobyte, which is what a bitmap takes for the span of a leaf.
+constexpr unsigned mostCountedEntries = 4;
 constexpr unsigned roomierThan(unsigned capacity) {
     return capacity < mostCountedEntries ? 2 * capacity : IndexSetNode::slotCount;
 }
@@ -146,24 +145,16 @@ IndexSetNode* IndexSetNode::detach(IndexSetNode*& node, Index slot) {
     return detached.child;
 }
 
-void IndexSetNode::clear(IndexSetNode*& node, Index slot) {
+// All that the slot spans, or nothing.
+void IndexSetNode::set(IndexSetNode*& node, Index slot, std::uint64_t word) {
     if (node->isStored(slot)) {
         if (node->isLeaf())
-            node->entry(slot).word = 0;
+            node->entry(slot).word = word;
         else
             destroy(detach(node, slot));
     }
     node->occupied &= ~bit(slot);
-}
-
-void IndexSetNode::fill(IndexSetNode*& node, Index slot) {
-    if (node->isStored(slot)) {
-        if (node->isLeaf())
-            node->entry(slot).word = allSlots;
-        else
-            destroy(detach(node, slot));
-    }
-    node->occupied |= bit(slot);
+    node->occupied |= word & bit(slot);
 }
 
 void IndexSetNode::split(IndexSetNode*& node, Index slot) {
@@ -174,6 +165,15 @@ void IndexSetNode::split(IndexSetNode*& node, Index slot) {
         full.child->occupied = allSlots;
     }
     node->insert(slot, full);
+}
+
+void IndexSetNode::holdJust(Index index) {
+    const Index slot = leafSlotOf(index);
+    base = index & ~(slotCount * slotCount - Index{1});
+    stored = occupied = bit(slot);
+    entryCount = 1;
+    updateOffset();
+    entry(slot).word = wordBit(index);
 }
 
 // Gives the entries the places that they have with so much room.
@@ -191,6 +191,14 @@ void IndexSetNode::resize(unsigned wanted) {
     }
     capacity = static_cast<std::uint8_t>(wanted);
     updateOffset();
+}
+
+void IndexSetNode::updateOffset() {
+    const bool isRun = stored != 0 && stored == bits(lowest(stored), highest(stored));
+    if (capacity == slotCount)
+        offset = 0;
+    else
+        offset = isRun ? static_cast<std::uint8_t>(lowest(stored)) : scattered;
 }
 
 } // namespace tessarin::embedded

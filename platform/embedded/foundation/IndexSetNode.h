@@ -13,11 +13,11 @@ using Index = std::uint64_t;
 // whole node of the level below spans. A slot is empty; or solid, when it holds every index it spans; or it
 // has an entry: in a leaf a word with a bit for each index, elsewhere a node that lies within the slot, but
 // may lie any number of levels below. An entry may well hold all of its span. A node below another one holds
-// an index; a word may be left without any, for the next.
+// an index; a word may be without any, left for the next.
 //
 // The entries follow the node in memory, those of `stored` slots one behind another; with room for all 64
-// each stands at its slot's own place instead, so that none has to be counted or moved. Nor need they be
-// counted where the slots lie side by side.
+// each stands at its slot's own place instead, so that none has to be counted or moved. Nor is there anything
+// to count where the slots lie side by side.
 struct IndexSetNode {
     union Entry {
         std::uint64_t word;
@@ -44,7 +44,7 @@ struct IndexSetNode {
         return word * 0x0101010101010101 >> 56;
     }
 
-    // The lowest and the highest of slots, or of a word's bits, that are not none.
+    // The lowest and the highest of slots, or of the bits of a word, of which there is one at least.
     static constexpr Index lowest(std::uint64_t slots) { return static_cast<Index>(std::countr_zero(slots)); }
     static constexpr Index highest(std::uint64_t slots) {
         return slotCount - 1 - static_cast<Index>(std::countl_zero(slots));
@@ -56,7 +56,7 @@ struct IndexSetNode {
     std::uint8_t shift;     // a slot spans 2^shift indexes
     std::uint8_t capacity;  // room for entries
     std::uint8_t entryCount;
-    std::uint8_t offset; // by which the slots' numbers exceed their entries' places; `scattered` for no such
+    std::uint8_t offset; // of an entry's place from its slot's number; scattered where that varies
 
     bool isLeaf() const { return shift == leafShift; }
     bool isStored(Index slot) const { return (stored & bit(slot)) != 0; }
@@ -74,7 +74,7 @@ struct IndexSetNode {
     Index firstOf(Index slot) const { return base + (slot << shift); }
     Index lastOf(Index slot) const { return firstOf(slot) + (bit(shift) - 1); }
 
-    // The entry of a slot, if it is stored and found without counting; null otherwise.
+    // The entry of a slot where it is found without counting; null where it is not, or there is none.
     Entry* entryAtHand(Index slot) {
         const bool isAtHand = isStored(slot) && offset != scattered;
         return isAtHand ? entries() + (slot - offset) : nullptr;
@@ -112,13 +112,13 @@ struct IndexSetNode {
     void insert(Index slot, Entry entry);
     // Takes a child away, which leaves its slot empty. The child is the caller's to destroy.
     [[nodiscard]] static IndexSetNode* detach(IndexSetNode*& node, Index slot);
-    // Makes a slot empty, or solid.
-    static void clear(IndexSetNode*& node, Index slot);
-    static void fill(IndexSetNode*& node, Index slot);
-    // Empties a leaf, and puts it where it spans an index, which it then holds.
-    void holdJust(Index index);
+    // Takes all that a slot spans away, or in.
+    static void clear(IndexSetNode*& node, Index slot) { set(node, slot, 0); }
+    static void fill(IndexSetNode*& node, Index slot) { set(node, slot, allSlots); }
     // Gives a solid slot an entry that says the same.
     static void split(IndexSetNode*& node, Index slot);
+    // Empties a leaf and moves it to where it spans an index, which it holds from then on.
+    void holdJust(Index index);
 
 private:
     Entry* entries() { return reinterpret_cast<Entry*>(this + 1); }
@@ -127,29 +127,12 @@ private:
         const std::uint64_t before = stored & (bit(slot) - 1);
         return before == 0 ? 0 : countBits(before);
     }
-    // To be called when slots, or the room, have changed.
+    // To be called when the stored slots, or the room, have changed.
     void updateOffset();
-    [[gnu::noinline]] static void grow(IndexSetNode*& node);
+    static void set(IndexSetNode*& node, Index slot, std::uint64_t word);
+    static void grow(IndexSetNode*& node);
     void resize(unsigned wanted);
 };
-
-inline void IndexSetNode::updateOffset() {
-    const Index first = lowest(stored);
-    if (capacity == slotCount)
-        offset = 0;
-    else if (stored != 0 && stored == bits(first, highest(stored)))
-        offset = static_cast<std::uint8_t>(first);
-    else
-        offset = scattered;
-}
-
-inline void IndexSetNode::holdJust(Index index) {
-    base = index & ~(slotCount * slotCount - Index{1});
-    stored = occupied = bit(leafSlotOf(index));
-    entryCount = 1;
-    offset = static_cast<std::uint8_t>(capacity == slotCount ? 0 : leafSlotOf(index));
-    entry(leafSlotOf(index)).word = wordBit(index);
-}
 
 inline Index IndexSetNode::firstIn(const IndexSetNode* node, Index slot) {
     for (;; slot = lowest(node->occupied)) {

@@ -1,7 +1,6 @@
 #include "platform/embedded/foundation/IndexSetStorage.h"
 
 #include <algorithm>
-#include <array>
 
 namespace tessarin::embedded {
 namespace {
@@ -147,6 +146,7 @@ bool operator==(const IndexSetStorage& left, const IndexSetStorage& right) {
 
 bool IndexSetStorage::addAnywhere(Index index) {
     if (count_ == 0) {
+        // What is there is an empty leaf.
         if (root_)
             root_->holdJust(index);
         else
@@ -175,7 +175,8 @@ bool IndexSetStorage::addAnywhere(Index index) {
         } else {
             if (node->isOccupied(slot)) return false;
             Node::makeRoom(*link);
-            (*link)->insert(slot, (*link)->isLeaf() ? Entry{.word = Node::wordBit(index)} : Entry{.child = newLeaf(index)});
+            (*link)->insert(slot, (*link)->isLeaf() ? Entry{.word = Node::wordBit(index)}
+                                                    : Entry{.child = newLeaf(index)});
         }
         ++count_;
         return true;
@@ -214,9 +215,11 @@ bool IndexSetStorage::removeAnywhere(Index index) {
     }
 }
 
+// Removes an empty leaf, and what is empty without it.
 void IndexSetStorage::removeLeaf(Node*& parent, Index index) {
-    if (spareLeaf_) Node::destroy(spareLeaf_);
-    spareLeaf_ = Node::detach(parent, parent->slotOf(index));
+    Node* leaf = Node::detach(parent, parent->slotOf(index));
+    if (leaf->capacity < Node::slotCount) std::swap(leaf, spareLeaf_);
+    if (leaf) Node::destroy(leaf);
     if (parent->occupied == 0) prune(root_, index);
 }
 

@@ -21,12 +21,14 @@ struct IndexRange {
 };
 
 // An ordered set of integers below NSNotFound, as a tree of nodes with 64 slots each that leaves out the
-// levels at which nothing branches. An operation on one index visits one node a level, of which there are no
-// more than the indexes need and never more than ten, so that it takes the same time in a large set as in a
-// small one. Indexes side by side take little more than a bit each; a range takes a few slots, however long.
+// levels at which nothing has branched. An operation on one index visits one node a level, of which there are
+// no more than the indexes need and never more than ten, so that it takes the same time in a large set as in
+// a small one. Indexes side by side take little more than a bit each; a range takes a few slots, however
+// long.
 //
-// An entry that becomes full one index at a time is kept, so that to take one index away and put it back
-// costs no memory management; a range that is added as one swallows what it covers.
+// An entry that becomes full one index at a time is kept, and so are a word and the last small leaf that
+// become empty: to take one index away and put it back costs no memory management. A range that is added as
+// one swallows what it covers.
 //
 // Operations that do not change the set may be called on several threads at once.
 class IndexSetStorage {
@@ -49,7 +51,9 @@ public:
 
     std::uint64_t count() const { return count_; }
     // What the indexes take in memory.
-    std::size_t byteCount() const { return IndexSetNode::byteCount(root_); }
+    std::size_t byteCount() const {
+        return IndexSetNode::byteCount(root_) + IndexSetNode::byteCount(spareLeaf_);
+    }
     bool contains(Index index) const;
     bool contains(IndexRange range) const;
     // noIndex where there is none.
@@ -74,36 +78,44 @@ private:
     void addRange(IndexSetNode*& node, IndexRange range);
     void removeRange(IndexSetNode*& node, IndexRange range);
 
-    IndexSetNode* leafAtHand(Index index) const;
+    // The word of an index where the way there is straight: no slot without an entry, and none that has to be
+    // counted. Null otherwise. Most ways are straight, and what goes along them is small enough to be inline.
+    struct Place {
+        IndexSetNode* leaf;
+        std::uint64_t* word;
+    };
+    Place straightTo(Index index) const;
+    // The same operations along any way.
     bool containsAnywhere(Index index) const;
     bool addAnywhere(Index index);
     bool removeAnywhere(Index index);
+
     IndexSetNode* newLeaf(Index index);
     void removeLeaf(IndexSetNode*& parent, Index index);
 
     IndexSetNode* root_ = nullptr;
-    IndexSetNode* spareLeaf_ = nullptr; // one that has become empty, for the next
+    IndexSetNode* spareLeaf_ = nullptr; // has become empty, and is kept for the next
     std::uint64_t count_ = 0;
 };
 
-inline IndexSetNode* IndexSetStorage::leafAtHand(Index index) const {
+inline IndexSetStorage::Place IndexSetStorage::straightTo(Index index) const {
     IndexSetNode* node = root_;
-    if (!node) return nullptr;
+    if (!node) return {};
     while (!node->isLeaf()) {
         const Index slot = node->slotOf(index);
-        if (slot >= IndexSetNode::slotCount) return nullptr;
-        const IndexSetNode::Entry* const entry = node->entryAtHand(slot);
-        if (!entry) return nullptr;
+        if (slot >= IndexSetNode::slotCount) return {};
+        const auto* const entry = node->entryAtHand(slot);
+        if (!entry) return {};
         node = entry->child;
     }
-    return node->leafSpans(index) ? node : nullptr;
+    if (!node->leafSpans(index)) return {};
+    auto* const entry = node->entryAtHand(IndexSetNode::leafSlotOf(index));
+    return {node, entry ? &entry->word : nullptr};
 }
 
 inline bool IndexSetStorage::contains(Index index) const {
-    if (IndexSetNode* const leaf = leafAtHand(index))
-        if (const auto* const entry = leaf->entryAtHand(IndexSetNode::leafSlotOf(index)))
-            return (entry->word & IndexSetNode::wordBit(index)) != 0;
-    return containsAnywhere(index);
+    const auto [leaf, word] = straightTo(index);
+    return word ? (*word & IndexSetNode::wordBit(index)) != 0 : containsAnywhere(index);
 }
 
 inline Index IndexSetStorage::first() const {
@@ -117,33 +129,25 @@ inline Index IndexSetStorage::last() const {
 }
 
 inline bool IndexSetStorage::add(Index index) {
-    if (IndexSetNode* const leaf = leafAtHand(index)) {
-        const Index slot = IndexSetNode::leafSlotOf(index);
-        if (auto* const entry = leaf->entryAtHand(slot)) {
-            const std::uint64_t added = IndexSetNode::wordBit(index);
-            if ((entry->word & added) != 0) return false;
-            entry->word |= added;
-            leaf->occupied |= IndexSetNode::bit(slot);
-            ++count_;
-            return true;
-        }
-    }
-    return addAnywhere(index);
+    const auto [leaf, word] = straightTo(index);
+    if (!word) return addAnywhere(index);
+    const std::uint64_t added = IndexSetNode::wordBit(index);
+    if ((*word & added) != 0) return false;
+    *word |= added;
+    leaf->occupied |= IndexSetNode::bit(IndexSetNode::leafSlotOf(index));
+    ++count_;
+    return true;
 }
 
 inline bool IndexSetStorage::remove(Index index) {
-    if (IndexSetNode* const leaf = leafAtHand(index)) {
-        if (auto* const entry = leaf->entryAtHand(IndexSetNode::leafSlotOf(index))) {
-            const std::uint64_t removed = IndexSetNode::wordBit(index);
-            if ((entry->word & removed) == 0) return false;
-            if (entry->word != removed) {
-                entry->word ^= removed;
-                --count_;
-                return true;
-            }
-        }
-    }
-    return removeAnywhere(index);
+    const auto [leaf, word] = straightTo(index);
+    const std::uint64_t removed = IndexSetNode::wordBit(index);
+    // The last of a word may be the last of its leaf.
+    if (!word || *word == removed) return removeAnywhere(index);
+    if ((*word & removed) == 0) return false;
+    *word ^= removed;
+    --count_;
+    return true;
 }
 
 inline IndexSetStorage& storageOf(NSIndexSet set) { return embedded::storageOf<IndexSetStorage>(set); }
