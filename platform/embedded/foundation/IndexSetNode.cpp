@@ -12,7 +12,7 @@ constexpr unsigned levelBits = 6;
 
 // With more than a few entries there is room for all, so that none need be moved for another one. That takes
 // half a kilobyte, which is what a bitmap takes for the span of a leaf.
-constexpr unsigned mostCountedEntries = 4;
+constexpr unsigned mostCountedEntries = 8;
 constexpr unsigned roomierThan(unsigned capacity) {
     return capacity < mostCountedEntries ? 2 * capacity : IndexSetNode::slotCount;
 }
@@ -135,10 +135,10 @@ IndexSetNode* IndexSetNode::detach(IndexSetNode*& node, Index slot) {
     --node->entryCount;
     node->updateOffset();
 
-    // Half of what the smaller room would hold, so that a set that grows and shrinks around one size keeps
-    // its room.
+    // A quarter of what the smaller room would hold, so that a set that grows and shrinks around one size
+    // keeps its room.
     const unsigned wanted = tighterThan(node->capacity);
-    if (wanted < 2 || 2u * node->entryCount > wanted) return detached.child;
+    if (wanted < 2 || 4u * node->entryCount > wanted) return detached.child;
     node->resize(wanted);
     // A smaller block that cannot be had leaves the larger one, which does as well.
     if (void* smaller = std::realloc(node, sizeWith(wanted))) node = static_cast<IndexSetNode*>(smaller);
