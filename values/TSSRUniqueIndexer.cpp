@@ -24,7 +24,8 @@ Variables& variablesOf(TSSRUniqueIndexer indexer) {
     return values::ownVariable<Variables, "tsrpriv_usedIndexes">(indexer);
 }
 
-// Sends the indexer a message that a subclass may have taken over. Where none has, the method needs no call.
+// Sends the indexer a message of its own, which a subclass may have taken over. Where none has, the method
+// stands in place of the call: taking an index and giving one back is seven such messages.
 template <auto method>
 [[gnu::always_inline]] inline auto sendOwn(TSSRUniqueIndexer self, SEL selector) {
     const Implementation found = runtime::lookUp(self.object(), selector);
@@ -78,7 +79,7 @@ void setShouldLock(TSSRUniqueIndexer self, SEL, BOOL shouldLock) {
 // In the sets an index is unsigned; a negative one is beyond all that a set can hold.
 NSUInteger unsignedIndex(NSInteger index) { return static_cast<NSUInteger>(index); }
 
-inline NSInteger firstAvailableIndex(TSSRUniqueIndexer self, SEL) {
+NSInteger firstAvailableIndex(TSSRUniqueIndexer self, SEL) {
     sendOwn<lock>(self, "lock"_sel);
     const Variables& variables = variablesOf(self);
     auto candidate = static_cast<NSInteger>(variables.freedIndexes.firstIndex());
@@ -112,6 +113,7 @@ BOOL freeIndex(TSSRUniqueIndexer self, SEL, NSInteger index) {
     sendOwn<lock>(self, "lock"_sel);
     const Variables& variables = variablesOf(self);
     bool isUsed = moveIndexAtOnce(unsignedIndex(index), variables.usedIndexes, variables.freedIndexes);
+    // Not in use, or in sets that are to be asked.
     if (!isUsed && variables.usedIndexes.containsIndex(unsignedIndex(index))) {
         variables.usedIndexes.removeIndex(unsignedIndex(index));
         variables.freedIndexes.addIndex(unsignedIndex(index));
@@ -122,26 +124,26 @@ BOOL freeIndex(TSSRUniqueIndexer self, SEL, NSInteger index) {
 }
 
 void freeAllIndexes(TSSRUniqueIndexer self, SEL) {
-    sendOwn<lock>(self, "lock"_sel);
+    self.lock();
     const Variables& variables = variablesOf(self);
     variables.usedIndexes.removeAllIndexes();
     variables.freedIndexes.removeAllIndexes();
-    sendOwn<unlock>(self, "unlock"_sel);
+    self.unlock();
 }
 
 id availableIndexesOfCount(TSSRUniqueIndexer self, SEL, NSUInteger count) {
     Variables& variables = variablesOf(self);
     const BOOL remembered = variables.shouldLock;
-    sendOwn<lock>(self, "lock"_sel);
+    self.lock();
     variables.shouldLock = NO;
     const auto restore = [&] {
         variables.shouldLock = remembered;
-        sendOwn<unlock>(self, "unlock"_sel);
+        self.unlock();
     };
     const Retained<NSMutableIndexSet> available = adopt(NSMutableIndexSet::alloc().init());
     NSInteger previous = NSNotFound;
     for (NSUInteger pass = 0; pass < count; ++pass) {
-        const NSInteger index = sendOwn<firstAvailableIndex>(self, "firstAvailableIndex"_sel);
+        const NSInteger index = self.firstAvailableIndex();
         if (index == NSNotFound) {
             restore();
             return nil;

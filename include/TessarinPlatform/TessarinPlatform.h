@@ -4,8 +4,9 @@
 //   Formatting.h      handles in std::format: it takes in <format>
 //   FmtFormatting.h   handles in {fmt}, a library that the application brings along
 //
-// ArrayEditing.h, EqualityIndex.h, KeyOrder.h, NumberFormatting.h and ValueHash.h are left out as well: seams
-// through which the library does without messages what would take many, and no part of its interface.
+// ArrayEditing.h, EqualityIndex.h, IndexSetEditing.h, KeyOrder.h, NumberFormatting.h and ValueHash.h are left
+// out as well: seams through which the library does without messages what would take many, and no part of its
+// interface.
 // ObjectPredicate.h is for Objective-C.
 #pragma once
 
