@@ -1,6 +1,7 @@
 #include "TessarinFoundation/TSSRUniqueIndexer.h"
 
 #include "TessarinPlatform/Definition.h"
+#include "TessarinPlatform/IndexSetEditing.h"
 #include "TessarinPlatform/NSLock.h"
 #include "TessarinPlatform/Retained.h"
 #include "values/OwnVariable.h"
@@ -21,6 +22,16 @@ struct Variables {
 };
 Variables& variablesOf(TSSRUniqueIndexer indexer) {
     return values::ownVariable<Variables, "tsrpriv_usedIndexes">(indexer);
+}
+
+// Sends the indexer a message of its own, which a subclass may have taken over. Where none has, the method
+// stands in place of the call: taking an index and giving one back is seven such messages.
+template <auto method>
+[[gnu::always_inline]] inline auto sendOwn(TSSRUniqueIndexer self, SEL selector) {
+    const Implementation found = runtime::lookUp(self.object(), selector);
+    if (found == reinterpret_cast<Implementation>(method)) [[likely]]
+        return method(self, selector);
+    return tessarin::detail::call<decltype(method(self, selector))>(found, self, selector);
 }
 
 // ---- Making
@@ -48,12 +59,12 @@ void dealloc(TSSRUniqueIndexer self, SEL selector) {
 //
 // No scope object locks: where a set refuses an index, the exception leaves the lock held, which is meant.
 
-void lock(TSSRUniqueIndexer self, SEL) {
+[[gnu::always_inline]] inline void lock(TSSRUniqueIndexer self, SEL) {
     const Variables& variables = variablesOf(self);
     if (variables.shouldLock != NO) variables.lock.lock();
 }
 
-void unlock(TSSRUniqueIndexer self, SEL) {
+[[gnu::always_inline]] inline void unlock(TSSRUniqueIndexer self, SEL) {
     const Variables& variables = variablesOf(self);
     if (variables.shouldLock != NO) variables.lock.unlock();
 }
@@ -68,32 +79,47 @@ void setShouldLock(TSSRUniqueIndexer self, SEL, BOOL shouldLock) {
 // In the sets an index is unsigned; a negative one is beyond all that a set can hold.
 NSUInteger unsignedIndex(NSInteger index) { return static_cast<NSUInteger>(index); }
 
+NSInteger firstAvailableIndex(TSSRUniqueIndexer self, SEL) {
+    sendOwn<lock>(self, "lock"_sel);
+    const Variables& variables = variablesOf(self);
+    auto candidate = static_cast<NSInteger>(variables.freedIndexes.firstIndex());
+    // With nothing in use the last index is NSNotFound, and one more wraps to the most negative number.
+    if (candidate == NSNotFound) candidate = static_cast<NSInteger>(variables.usedIndexes.lastIndex() + 1);
+    if (candidate < 0) candidate = NSNotFound;
+    sendOwn<unlock>(self, "unlock"_sel);
+    return candidate;
+}
+
 NSInteger registerIndex(TSSRUniqueIndexer self, SEL, NSInteger index) {
-    self.lock();
+    sendOwn<lock>(self, "lock"_sel);
     Variables& variables = variablesOf(self);
     if (index < 0 || index == NSNotFound || variables.usedIndexes.containsIndex(unsignedIndex(index))) {
         // The lock is not recursive, so the nested call must not take it again. Other threads skip it
         // meanwhile, which is meant.
         const BOOL remembered = variables.shouldLock;
         variables.shouldLock = NO;
-        index = self.firstAvailableIndex();
+        index = sendOwn<firstAvailableIndex>(self, "firstAvailableIndex"_sel);
         variables.shouldLock = remembered;
     }
-    variables.usedIndexes.addIndex(unsignedIndex(index)); // raises for NSNotFound
-    variables.freedIndexes.removeIndex(unsignedIndex(index));
-    self.unlock();
+    if (!moveIndexAtOnce(unsignedIndex(index), variables.freedIndexes, variables.usedIndexes)) {
+        variables.usedIndexes.addIndex(unsignedIndex(index)); // raises for NSNotFound
+        variables.freedIndexes.removeIndex(unsignedIndex(index));
+    }
+    sendOwn<unlock>(self, "unlock"_sel);
     return index;
 }
 
 BOOL freeIndex(TSSRUniqueIndexer self, SEL, NSInteger index) {
-    self.lock();
+    sendOwn<lock>(self, "lock"_sel);
     const Variables& variables = variablesOf(self);
-    const bool isUsed = variables.usedIndexes.containsIndex(unsignedIndex(index));
-    if (isUsed) {
+    bool isUsed = moveIndexAtOnce(unsignedIndex(index), variables.usedIndexes, variables.freedIndexes);
+    // Not in use, or in sets that are to be asked.
+    if (!isUsed && variables.usedIndexes.containsIndex(unsignedIndex(index))) {
         variables.usedIndexes.removeIndex(unsignedIndex(index));
         variables.freedIndexes.addIndex(unsignedIndex(index));
+        isUsed = true;
     }
-    self.unlock();
+    sendOwn<unlock>(self, "unlock"_sel);
     return isUsed ? YES : NO;
 }
 
@@ -103,17 +129,6 @@ void freeAllIndexes(TSSRUniqueIndexer self, SEL) {
     variables.usedIndexes.removeAllIndexes();
     variables.freedIndexes.removeAllIndexes();
     self.unlock();
-}
-
-NSInteger firstAvailableIndex(TSSRUniqueIndexer self, SEL) {
-    self.lock();
-    const Variables& variables = variablesOf(self);
-    auto candidate = static_cast<NSInteger>(variables.freedIndexes.firstIndex());
-    // With nothing in use the last index is NSNotFound, and one more wraps to the most negative number.
-    if (candidate == NSNotFound) candidate = static_cast<NSInteger>(variables.usedIndexes.lastIndex() + 1);
-    if (candidate < 0) candidate = NSNotFound;
-    self.unlock();
-    return candidate;
 }
 
 id availableIndexesOfCount(TSSRUniqueIndexer self, SEL, NSUInteger count) {

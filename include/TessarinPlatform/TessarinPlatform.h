@@ -4,9 +4,9 @@
 //   Formatting.h      handles in std::format: it takes in <format>
 //   FmtFormatting.h   handles in {fmt}, a library that the application brings along
 //
-// ArrayEditing.h, ColorReading.h, EqualityIndex.h, KeyOrder.h, NumberFormatting.h, RepeatedMessage.h,
-// ValueComparison.h and ValueHash.h are left out as well: seams through which the library saves what many
-// messages would take, and no part of its interface. ObjectPredicate.h is for Objective-C.
+// ArrayEditing.h, ColorReading.h, EqualityIndex.h, IndexSetEditing.h, KeyOrder.h, NumberFormatting.h,
+// RepeatedMessage.h, ValueComparison.h and ValueHash.h are left out as well: seams through which the library
+// saves what many messages would take, and no part of its interface. ObjectPredicate.h is for Objective-C.
 #pragma once
 
 #include "TessarinPlatform/AudioComponent.h"

@@ -200,51 +200,74 @@ constexpr auto digitValues = [] {
 }();
 constexpr unsigned valueOfDigit(unichar unit) { return isAscii(unit) ? digitValues[unit] : noDigit; }
 
-// How many units come before the first percent sign, looked for in four at a time.
+// Four units at a time.
+constexpr std::size_t laneCount = 4;
+constexpr std::uint64_t lanes(std::uint16_t value) { return value * std::uint64_t{0x0001000100010001}; }
+std::uint64_t loadLanes(const unichar* units) {
+    std::uint64_t four;
+    std::memcpy(&four, units, sizeof four);
+    return four;
+}
+constexpr bool anyIsPercent(std::uint64_t four) {
+    const std::uint64_t differences = four ^ lanes(u'%');
+    return ((differences - lanes(1)) & ~differences & lanes(0x8000)) != 0;
+}
+constexpr bool allAreAscii(std::uint64_t four) { return (four & lanes(0xFF80)) == 0; }
+void storeNarrow(std::uint64_t ascii, char* place) {
+    ascii = (ascii | ascii >> 8) & 0x0000FFFF0000FFFF;
+    const auto four = static_cast<std::uint32_t>(ascii | ascii >> 16);
+    std::memcpy(place, &four, sizeof four);
+}
+
+// How many units come before the first percent sign.
 std::size_t lengthWithoutPercent(std::u16string_view units) {
-    constexpr std::uint64_t ones = 0x0001000100010001, tops = 0x8000800080008000;
     std::size_t index = 0;
-    for (; index + 4 <= units.size(); index += 4) {
-        std::uint64_t four;
-        std::memcpy(&four, units.data() + index, sizeof four);
-        four ^= ones * u'%';
-        if ((four - ones) & ~four & tops) break;
-    }
+    while (index + laneCount <= units.size() && !anyIsPercent(loadLanes(units.data() + index)))
+        index += laneCount;
     while (index < units.size() && units[index] != u'%') ++index;
     return index;
 }
 
-// Replaces the escapes of a text that is ASCII before and after, as most are; false for any other text and
-// for a malformed escape.
-bool replaceInAscii(NSString string, std::string& ascii) {
-    const NSUInteger length = string.length();
-    return takeBlocks(string, [&](std::u16string_view& units, bool isLast) {
-        char block[blockLength];
-        char* place = block;
-        unsigned all = 0;
-        const unichar* next = units.data();
-        const unichar* const end = next + units.size();
-        while (next != end) {
-            if (*next != u'%') {
-                const unichar* const plainEnd = next + lengthWithoutPercent({next, end});
-                for (; next != plainEnd; ++next) {
-                    all |= *next;
-                    *place++ = static_cast<char>(*next);
-                }
-                continue;
-            }
-            if (end - next < 3) break;
-            const unsigned byte = valueOfDigit(next[1]) << 4 | valueOfDigit(next[2]);
-            if (byte > 0x7F) return false;
-            *place++ = static_cast<char>(byte);
-            next += 3;
+// Copies a block of ASCII with its escapes replaced by ASCII. Answers where the copy ends, null for any other
+// text and for a malformed escape.
+char* replaceInAscii(std::u16string_view& units, bool isLast, char* place) {
+    const unichar* next = units.data();
+    const unichar* const end = next + units.size();
+    for (;;) {
+        for (; static_cast<std::size_t>(end - next) >= laneCount; next += laneCount, place += laneCount) {
+            const std::uint64_t four = loadLanes(next);
+            if (anyIsPercent(four) || !allAreAscii(four)) break;
+            storeNarrow(four, place);
         }
-        if (all > 0x7F || (isLast && next != end)) return false;
-        units = {next, end};
-        if (ascii.empty()) ascii.reserve(std::min<std::size_t>(length, largestReservation));
-        ascii.append(block, place);
-        return true;
+        for (; next != end && *next != u'%'; ++next) {
+            if (!isAscii(*next)) return nullptr;
+            *place++ = static_cast<char>(*next);
+        }
+        if (end - next < 3) break;
+        const unsigned byte = valueOfDigit(next[1]) << 4 | valueOfDigit(next[2]);
+        if (byte > 0x7F) return nullptr;
+        *place++ = static_cast<char>(byte);
+        next += 3;
+    }
+    units = {next, end};
+    return isLast && next != end ? nullptr : place;
+}
+
+// The string with its escapes replaced, where it is ASCII before and after, as most are; nil for any other.
+Retained<NSString> replacedInAscii(NSString string) {
+    char block[blockLength];
+    const char* end = block;
+    std::string text;
+    const bool isDone = takeBlocks(string, [&](std::u16string_view& units, bool isLast) {
+        if (end != block && text.empty())
+            text.reserve(std::min<std::size_t>(string.length(), largestReservation));
+        text.append(static_cast<const char*>(block), end);
+        end = replaceInAscii(units, isLast, block);
+        return end != nullptr;
     });
+    if (!isDone) return nil;
+    const std::string_view lastBlock(block, end);
+    return exactString(text.empty() ? lastBlock : text.append(lastBlock));
 }
 
 // Replaces escapes in blocks of units.
@@ -349,9 +372,8 @@ NSString CFURLCreateStringByReplacingPercentEscapesUsingEncoding(CFAllocatorRef,
     if (!string) return nil;
     const bool hasEscapes = string.rangeOfString_options("%"_ns, NSLiteralSearch).length > 0;
     if (!left || !hasEscapes) return as<NSString>(string.copy());
-    if (std::string ascii;
-        encoding == kCFStringEncodingUTF8 && left.length() == 0 && replaceInAscii(string, ascii))
-        return exactString(std::string_view(ascii)).leak();
+    if (encoding == kCFStringEncodingUTF8 && left.length() == 0)
+        if (Retained<NSString> replaced = replacedInAscii(string)) return replaced.leak();
     const UnitList leftUnits(left);
     Unescaper unescaper(leftUnits, left.length() > 0, encoding, string.length());
     const bool isDone = takeBlocks(

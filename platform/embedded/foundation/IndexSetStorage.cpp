@@ -1,7 +1,6 @@
 #include "platform/embedded/foundation/IndexSetStorage.h"
 
 #include <algorithm>
-#include <array>
 
 namespace tessarin::embedded {
 namespace {
@@ -9,30 +8,7 @@ namespace {
 using Node = IndexSetNode;
 using Entry = IndexSetNode::Entry;
 
-constexpr std::size_t mostLevels = 10;
-
-Index lowest(std::uint64_t slots) { return static_cast<Index>(std::countr_zero(slots)); }
-Index highest(std::uint64_t slots) { return 63 - static_cast<Index>(std::countl_zero(slots)); }
 Index bitOf(Index index) { return index % Node::slotCount; }
-
-// The least member of an occupied slot.
-Index firstIn(const Node* node, Index slot) {
-    for (;; slot = lowest(node->occupied())) {
-        if ((node->solid & Node::bit(slot)) != 0) return node->firstOf(slot);
-        const Entry& entry = node->entry(slot);
-        if (node->isLeaf()) return node->firstOf(slot) + lowest(entry.word);
-        node = entry.child;
-    }
-}
-
-Index lastIn(const Node* node, Index slot) {
-    for (;; slot = highest(node->occupied())) {
-        if ((node->solid & Node::bit(slot)) != 0) return node->lastOf(slot);
-        const Entry& entry = node->entry(slot);
-        if (node->isLeaf()) return node->firstOf(slot) + highest(entry.word);
-        node = entry.child;
-    }
-}
 
 // The first number from one on that is no member. Nothing where there is none up to the end of the node;
 // nothing, perhaps, where there is none up to `last`.
@@ -42,12 +18,12 @@ std::optional<Index> firstAbsent(const Node* node, Index index, Index last) {
     if (slot >= Node::slotCount) return index;
     for (; slot < Node::slotCount && node->firstOf(slot) <= last; ++slot) {
         const Index from = std::max(index, node->firstOf(slot));
-        if ((node->solid & Node::bit(slot)) != 0) continue;
-        if ((node->stored & Node::bit(slot)) == 0) return from;
+        if (node->isSolid(slot)) continue;
+        if (!node->isStored(slot)) return from;
         const Entry& entry = node->entry(slot);
         if (node->isLeaf()) {
             const std::uint64_t absent = ~entry.word & (Node::allSlots << bitOf(from));
-            if (absent != 0) return node->firstOf(slot) + lowest(absent);
+            if (absent != 0) return node->firstOf(slot) + Node::lowest(absent);
         } else {
             if (const auto found = firstAbsent(entry.child, from, last)) return found;
             // The child may end before its slot does.
@@ -65,32 +41,33 @@ void branchAbove(Node*& node, Index index) {
     node = above;
 }
 
-// Nodes that hold nothing, or do not branch, go.
-void tidy(Node*& node) {
-    if (node->occupied() == 0) {
-        Node::destroy(std::exchange(node, nullptr));
-    } else if (!node->isLeaf() && node->solid == 0 && node->entryCount == 1) {
-        Node* child = node->entry(lowest(node->stored)).child;
-        node->stored = 0; // the child goes on
-        Node::destroy(std::exchange(node, child));
+void destroyIfEmpty(Node*& node) {
+    if (node->occupied == 0) Node::destroy(std::exchange(node, nullptr));
+}
+
+// Destroys the empty nodes on the way to an index.
+void prune(Node*& node, Index index) {
+    const Index slot = node->slotOf(index);
+    if (!node->isLeaf() && slot < Node::slotCount && node->isStored(slot)) {
+        Node*& child = node->entry(slot).child;
+        prune(child, index);
+        if (!child) Node::clear(node, slot);
     }
+    destroyIfEmpty(node);
 }
 
 } // namespace
 
-bool IndexSetStorage::contains(Index index) const {
-    const Node* node = root_;
-    while (node && !node->isLeaf()) {
+bool IndexSetStorage::containsAnywhere(Index index) const {
+    for (const Node* node = root_; node;) {
         const Index slot = node->slotOf(index);
         if (slot >= Node::slotCount) return false;
-        if ((node->solid & Node::bit(slot)) != 0) return true;
-        if ((node->stored & Node::bit(slot)) == 0) return false;
-        node = node->entry(slot).child;
+        if (!node->isStored(slot)) return node->isOccupied(slot);
+        const Entry& entry = node->entry(slot);
+        if (node->isLeaf()) return (entry.word & Node::wordBit(index)) != 0;
+        node = entry.child;
     }
-    if (!node || !node->leafSpans(index)) return false;
-    const Index slot = Node::leafSlotOf(index);
-    if ((node->stored & Node::bit(slot)) == 0) return (node->solid & Node::bit(slot)) != 0;
-    return (node->entry(slot).word & Node::bit(bitOf(index))) != 0;
+    return false;
 }
 
 bool IndexSetStorage::contains(IndexRange range) const {
@@ -99,77 +76,65 @@ bool IndexSetStorage::contains(IndexRange range) const {
     return !absent || *absent > range.last;
 }
 
-std::optional<Index> IndexSetStorage::first() const {
-    if (count_ == 0) return {};
-    return firstIn(root_, lowest(root_->occupied()));
-}
-
-std::optional<Index> IndexSetStorage::last() const {
-    if (count_ == 0) return {};
-    return lastIn(root_, highest(root_->occupied()));
-}
-
-std::optional<Index> IndexSetStorage::atOrAfter(Index index) const {
+Index IndexSetStorage::atOrAfter(Index index) const {
     // On the way down, the nearest occupied slot behind the way.
     const Node* later = nullptr;
     Index laterSlot = 0;
-    for (const Node* node = root_; node && node->occupied() != 0;) {
+    for (const Node* node = root_; node && node->occupied != 0;) {
         const Index slot = node->slotOf(index);
         if (slot >= Node::slotCount) {
-            if (index < node->base) return firstIn(node, lowest(node->occupied()));
+            if (index < node->base) return Node::firstIn(node, Node::lowest(node->occupied));
             break;
         }
-        const std::uint64_t from = node->occupied() & (Node::allSlots << slot);
+        const std::uint64_t from = node->occupied & (Node::allSlots << slot);
         if (const std::uint64_t behind = from & ~Node::bit(slot)) {
             later = node;
-            laterSlot = lowest(behind);
+            laterSlot = Node::lowest(behind);
         }
-        if ((node->solid & Node::bit(slot)) != 0) return index;
-        if ((node->stored & Node::bit(slot)) == 0) break;
+        if (node->isSolid(slot)) return index;
+        if (!node->isStored(slot)) break;
         const Entry& entry = node->entry(slot);
         if (node->isLeaf()) {
             const std::uint64_t members = entry.word & (Node::allSlots << bitOf(index));
-            if (members != 0) return node->firstOf(slot) + lowest(members);
+            if (members != 0) return node->firstOf(slot) + Node::lowest(members);
             break;
         }
         node = entry.child;
     }
-    if (!later) return {};
-    return firstIn(later, laterSlot);
+    return later ? Node::firstIn(later, laterSlot) : noIndex;
 }
 
-std::optional<Index> IndexSetStorage::atOrBefore(Index index) const {
+Index IndexSetStorage::atOrBefore(Index index) const {
     const Node* earlier = nullptr;
     Index earlierSlot = 0;
-    for (const Node* node = root_; node && node->occupied() != 0;) {
+    for (const Node* node = root_; node && node->occupied != 0;) {
         const Index slot = node->slotOf(index);
         if (slot >= Node::slotCount) {
-            if (index > node->base) return lastIn(node, highest(node->occupied()));
+            if (index > node->base) return Node::lastIn(node, Node::highest(node->occupied));
             break;
         }
-        if (const std::uint64_t before = node->occupied() & (Node::bit(slot) - 1)) {
+        if (const std::uint64_t before = node->occupied & (Node::bit(slot) - 1)) {
             earlier = node;
-            earlierSlot = highest(before);
+            earlierSlot = Node::highest(before);
         }
-        if ((node->solid & Node::bit(slot)) != 0) return index;
-        if ((node->stored & Node::bit(slot)) == 0) break;
+        if (node->isSolid(slot)) return index;
+        if (!node->isStored(slot)) break;
         const Entry& entry = node->entry(slot);
         if (node->isLeaf()) {
             const std::uint64_t members = entry.word & Node::bits(0, bitOf(index));
-            if (members != 0) return node->firstOf(slot) + highest(members);
+            if (members != 0) return node->firstOf(slot) + Node::highest(members);
             break;
         }
         node = entry.child;
     }
-    if (!earlier) return {};
-    return lastIn(earlier, earlierSlot);
+    return earlier ? Node::lastIn(earlier, earlierSlot) : noIndex;
 }
 
 std::optional<IndexRange> IndexSetStorage::runFrom(Index index) const {
-    const auto first = atOrAfter(index);
-    if (!first) return {};
-    const auto absent = firstAbsent(root_, *first, ~Index{0});
-    return IndexRange{*first, absent ? *absent - 1 : root_->lastOf(Node::slotCount - 1)};
+    const Index first = atOrAfter(index);
+    if (first == noIndex) return {};
+    const auto absent = firstAbsent(root_, first, ~Index{0});
+    return IndexRange{first, absent ? *absent - 1 : root_->lastOf(Node::slotCount - 1)};
 }
 
 bool operator==(const IndexSetStorage& left, const IndexSetStorage& right) {
@@ -179,87 +144,83 @@ bool operator==(const IndexSetStorage& left, const IndexSetStorage& right) {
     return true;
 }
 
-bool IndexSetStorage::add(Index index) {
+bool IndexSetStorage::addAnywhere(Index index) {
     if (count_ == 0) {
-        // A leaf that was left without indexes serves again.
-        if (!root_) root_ = Node::makeAround(index, index);
-        root_->base = index & ~(Node::bit(2 * Node::leafShift) - 1);
+        // What is there is an empty leaf.
+        if (root_)
+            root_->holdJust(index);
+        else
+            root_ = newLeaf(index);
+        count_ = 1;
+        return true;
     }
     Node** link = &root_;
-    while (!(*link)->isLeaf()) {
-        const Index slot = (*link)->slotOf(index);
+    for (;;) {
+        Index slot = (*link)->slotOf(index);
         if (slot >= Node::slotCount) {
             branchAbove(*link, index);
-            continue;
+            slot = (*link)->slotOf(index);
         }
-        if (((*link)->solid & Node::bit(slot)) != 0) return false;
-        if (((*link)->stored & Node::bit(slot)) == 0) {
+        Node* const node = *link;
+        if (node->isStored(slot)) {
+            Entry& entry = node->entry(slot);
+            if (!node->isLeaf()) {
+                link = &entry.child;
+                continue;
+            }
+            const std::uint64_t added = Node::wordBit(index);
+            if ((entry.word & added) != 0) return false;
+            entry.word |= added;
+            node->occupied |= Node::bit(slot);
+        } else {
+            if (node->isOccupied(slot)) return false;
             Node::makeRoom(*link);
-            (*link)->insert(slot, {.child = Node::makeAround(index, index)});
+            (*link)->insert(slot, (*link)->isLeaf() ? Entry{.word = Node::wordBit(index)}
+                                                    : Entry{.child = newLeaf(index)});
         }
-        link = &(*link)->entry(slot).child;
+        ++count_;
+        return true;
     }
-    if (!(*link)->leafSpans(index)) {
-        branchAbove(*link, index);
-        return add(index);
-    }
-    const Index slot = Node::leafSlotOf(index);
-    const std::uint64_t added = Node::bit(bitOf(index));
-    if (((*link)->stored & Node::bit(slot)) != 0) {
-        std::uint64_t& word = (*link)->entry(slot).word;
-        if ((word & added) != 0) return false;
-        word |= added;
-    } else {
-        if (((*link)->solid & Node::bit(slot)) != 0) return false;
-        Node::makeRoom(*link);
-        (*link)->insert(slot, {.word = added});
-    }
-    ++count_;
-    return true;
 }
 
-bool IndexSetStorage::remove(Index index) {
-    struct Step {
-        Node** link;
-        Index slot;
-    };
-    std::array<Step, mostLevels> way;
-    std::size_t depth = 0;
-    if (count_ == 0) return false;
-    Node** link = &root_;
-    while (!(*link)->isLeaf()) {
-        const Index slot = (*link)->slotOf(index);
-        if (slot >= Node::slotCount) return false;
-        if (((*link)->solid & Node::bit(slot)) != 0)
-            Node::split(*link, slot);
-        else if (((*link)->stored & Node::bit(slot)) == 0)
-            return false;
-        way[depth++] = {link, slot};
-        link = &(*link)->entry(slot).child;
-    }
-    if (!(*link)->leafSpans(index)) return false;
-    const Index slot = Node::leafSlotOf(index);
-    if (((*link)->stored & Node::bit(slot)) == 0) {
-        if (((*link)->solid & Node::bit(slot)) == 0) return false;
-        Node::split(*link, slot);
-    }
-    std::uint64_t& word = (*link)->entry(slot).word;
-    const std::uint64_t removed = Node::bit(bitOf(index));
-    if ((word & removed) == 0) return false;
-    word &= ~removed;
-    --count_;
-    if (word != 0) return true;
-    way[depth++] = {link, slot};
+// A leaf that was left without indexes serves again.
+Node* IndexSetStorage::newLeaf(Index index) {
+    Node* const leaf = spareLeaf_ ? std::exchange(spareLeaf_, nullptr) : Node::makeAround(index, index);
+    leaf->holdJust(index);
+    return leaf;
+}
 
-    // Back up, as long as what is left is nothing. A last leaf stays for the next index.
-    while (depth-- > 0) {
-        Node*& node = *way[depth].link;
-        Node::erase(node, way[depth].slot);
-        if (depth == 0 && node->isLeaf()) break;
-        tidy(node);
-        if (node) break;
+bool IndexSetStorage::removeAnywhere(Index index) {
+    if (count_ == 0) return false;
+    Node** parent = nullptr;
+    Node** link = &root_;
+    for (;;) {
+        const Index slot = (*link)->slotOf(index);
+        if (slot >= Node::slotCount || !(*link)->isOccupied(slot)) return false;
+        if (!(*link)->isStored(slot)) Node::split(*link, slot);
+        Node* const node = *link;
+        Entry& entry = node->entry(slot);
+        if (!node->isLeaf()) {
+            parent = std::exchange(link, &entry.child);
+            continue;
+        }
+        const std::uint64_t removed = Node::wordBit(index);
+        if ((entry.word & removed) == 0) return false;
+        entry.word ^= removed;
+        if (entry.word == 0) node->occupied ^= Node::bit(slot);
+        // A last leaf stays for the next index.
+        if (node->occupied == 0 && parent) removeLeaf(*parent, index);
+        --count_;
+        return true;
     }
-    return true;
+}
+
+// Removes an empty leaf, and what is empty without it.
+void IndexSetStorage::removeLeaf(Node*& parent, Index index) {
+    Node* leaf = Node::detach(parent, parent->slotOf(index));
+    if (leaf->capacity < Node::slotCount) std::swap(leaf, spareLeaf_);
+    if (leaf) Node::destroy(leaf);
+    if (parent->occupied == 0) prune(root_, index);
 }
 
 void IndexSetStorage::add(IndexRange range) {
@@ -276,19 +237,19 @@ void IndexSetStorage::addRange(Node*& node, IndexRange range) {
         if (node->slotOf(end) >= Node::slotCount) branchAbove(node, end);
 
     for (Index slot = node->slotOf(range.first); slot <= node->slotOf(range.last); ++slot) {
-        if ((node->solid & Node::bit(slot)) != 0) continue;
-        const bool isStored = (node->stored & Node::bit(slot)) != 0;
+        if (node->isSolid(slot)) continue;
+        const bool isStored = node->isStored(slot);
         const IndexRange part{std::max(range.first, node->firstOf(slot)),
                               std::min(range.last, node->lastOf(slot))};
         if (part == IndexRange{node->firstOf(slot), node->lastOf(slot)}) {
             count_ += Node::bit(node->shift) - node->countOf(slot);
-            if (isStored) Node::erase(node, slot);
-            node->solid |= Node::bit(slot);
+            Node::fill(node, slot);
         } else if (node->isLeaf()) {
             if (!isStored) {
                 Node::makeRoom(node);
                 node->insert(slot, {.word = 0});
             }
+            node->occupied |= Node::bit(slot);
             std::uint64_t& word = node->entry(slot).word;
             const std::uint64_t added = Node::bits(bitOf(part.first), bitOf(part.last)) & ~word;
             word |= added;
@@ -311,29 +272,28 @@ void IndexSetStorage::removeRange(Node*& node, IndexRange range) {
     if (range.first > range.last) return;
 
     const std::uint64_t slots = Node::bits(node->slotOf(range.first), node->slotOf(range.last));
-    for (std::uint64_t rest = node->occupied() & slots; rest != 0; rest &= rest - 1) {
-        const Index slot = lowest(rest);
+    for (std::uint64_t rest = node->occupied & slots; rest != 0; rest &= rest - 1) {
+        const Index slot = Node::lowest(rest);
         const IndexRange part{std::max(range.first, node->firstOf(slot)),
                               std::min(range.last, node->lastOf(slot))};
         if (part == IndexRange{node->firstOf(slot), node->lastOf(slot)}) {
             count_ -= node->countOf(slot);
-            if ((node->stored & Node::bit(slot)) != 0) Node::erase(node, slot);
-            node->solid &= ~Node::bit(slot);
+            Node::clear(node, slot);
             continue;
         }
-        if ((node->solid & Node::bit(slot)) != 0) Node::split(node, slot);
+        if (node->isSolid(slot)) Node::split(node, slot);
         Entry& entry = node->entry(slot);
         if (node->isLeaf()) {
             const std::uint64_t removed = Node::bits(bitOf(part.first), bitOf(part.last)) & entry.word;
             entry.word &= ~removed;
             count_ -= Node::countBits(removed);
-            if (entry.word == 0) Node::erase(node, slot);
+            if (entry.word == 0) Node::clear(node, slot);
         } else {
             removeRange(entry.child, part);
-            if (!entry.child) Node::erase(node, slot);
+            if (!entry.child) Node::clear(node, slot);
         }
     }
-    tidy(node);
+    destroyIfEmpty(node);
 }
 
 } // namespace tessarin::embedded

@@ -59,8 +59,7 @@ void encodeWithCoder(NSIndexSet self, SEL selector, NSCoder coder) {
 bool addRun(IndexSetStorage& storage, std::uint64_t first, std::uint64_t length) {
     constexpr auto end = static_cast<std::uint64_t>(NSNotFound);
     if (length == 0 || first >= end || length > end - first) return false;
-    const auto last = storage.last();
-    if (last && first <= *last) return false;
+    if (storage.count() > 0 && first <= storage.last()) return false;
     storage.add(IndexRange{first, first + length - 1});
     return true;
 }

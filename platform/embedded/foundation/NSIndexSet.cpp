@@ -10,10 +10,6 @@
 namespace tessarin::embedded {
 namespace {
 
-NSUInteger orNotFound(std::optional<Index> index) {
-    return index ? static_cast<NSUInteger>(*index) : static_cast<NSUInteger>(NSNotFound);
-}
-
 // ---- Making
 
 NSIndexSet initWithIndexesInRange(NSIndexSet self, SEL selector, NSRange range) {
@@ -75,21 +71,21 @@ BOOL containsIndexes(NSIndexSet self, SEL, NSIndexSet other) {
 }
 
 NSUInteger indexGreaterThanOrEqualToIndex(NSIndexSet self, SEL, NSUInteger index) {
-    return orNotFound(storageOf(self).atOrAfter(index));
+    return static_cast<NSUInteger>(storageOf(self).atOrAfter(index));
 }
 NSUInteger indexGreaterThanIndex(NSIndexSet self, SEL, NSUInteger index) {
     if (index >= static_cast<NSUInteger>(NSNotFound)) return static_cast<NSUInteger>(NSNotFound);
-    return orNotFound(storageOf(self).atOrAfter(index + 1));
+    return static_cast<NSUInteger>(storageOf(self).atOrAfter(index + 1));
 }
 NSUInteger indexLessThanOrEqualToIndex(NSIndexSet self, SEL, NSUInteger index) {
-    return orNotFound(storageOf(self).atOrBefore(index));
+    return static_cast<NSUInteger>(storageOf(self).atOrBefore(index));
 }
 NSUInteger indexLessThanIndex(NSIndexSet self, SEL, NSUInteger index) {
     if (index == 0) return static_cast<NSUInteger>(NSNotFound);
-    return orNotFound(storageOf(self).atOrBefore(index - 1));
+    return static_cast<NSUInteger>(storageOf(self).atOrBefore(index - 1));
 }
-NSUInteger firstIndex(NSIndexSet self, SEL) { return orNotFound(storageOf(self).first()); }
-NSUInteger lastIndex(NSIndexSet self, SEL) { return orNotFound(storageOf(self).last()); }
+NSUInteger firstIndex(NSIndexSet self, SEL) { return static_cast<NSUInteger>(storageOf(self).first()); }
+NSUInteger lastIndex(NSIndexSet self, SEL) { return static_cast<NSUInteger>(storageOf(self).last()); }
 
 // ---- Comparing and describing
 

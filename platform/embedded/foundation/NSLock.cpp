@@ -24,8 +24,20 @@ void waitWhile(std::atomic<int>& word, int value) { WaitOnAddress(&word, &value,
 void wakeOne(std::atomic<int>& word) { WakeByAddressSingle(&word); }
 #else
 void waitWhile(std::atomic<int>& word, int value) { word.wait(value, std::memory_order_relaxed); }
-void wakeOne(std::atomic<int>& word) { word.notify_one(); }
+[[gnu::noinline]] void wakeOne(std::atomic<int>& word) { word.notify_one(); }
 #endif
+
+// The running thread, told apart from every other one that runs. Where the system keeps an address of the
+// thread's own at hand, asking for that takes no call.
+using ThreadIdentity = const void*;
+ThreadIdentity runningThread() {
+#if defined(__ELF__) && __has_builtin(__builtin_thread_pointer)
+    return __builtin_thread_pointer();
+#else
+    static constinit thread_local char own = 0;
+    return &own;
+#endif
+}
 
 // A word to wait on, rather than the standard mutex: locking that twice on a thread, or destroying it while
 // it is held, is undefined, and both may happen here.
@@ -33,26 +45,24 @@ struct LockStorage {
     enum State : int { free, held, heldAndAwaited };
 
     std::atomic<int> state{free};
-    // Compared with the running thread only, which alone writes its own number: it needs no order.
-    std::atomic<std::thread::id> owner{std::thread::id()};
+    // Compared with the running thread only, which alone writes its own identity: it needs no order.
+    std::atomic<ThreadIdentity> owner{nullptr};
     Retained<NSString> name;
 
-    bool isHeldBy(std::thread::id thread) const { return owner.load(std::memory_order_relaxed) == thread; }
-    bool tryAcquire(std::thread::id thread) {
+    bool isHeldBy(ThreadIdentity thread) const { return owner.load(std::memory_order_relaxed) == thread; }
+    bool tryAcquire(ThreadIdentity thread) {
         int expected = free;
         if (!state.compare_exchange_strong(expected, held, std::memory_order_acquire)) return false;
         owner.store(thread, std::memory_order_relaxed);
         return true;
     }
-    void acquire(std::thread::id thread) {
-        if (tryAcquire(thread)) [[likely]]
-            return;
+    [[gnu::noinline]] void waitAndAcquire(ThreadIdentity thread) {
         while (state.exchange(heldAndAwaited, std::memory_order_acquire) != free)
             waitWhile(state, heldAndAwaited);
         owner.store(thread, std::memory_order_relaxed);
     }
     void release() {
-        owner.store(std::thread::id(), std::memory_order_relaxed);
+        owner.store(nullptr, std::memory_order_relaxed);
         if (state.exchange(free, std::memory_order_release) == heldAndAwaited) wakeOne(state);
     }
 };
@@ -72,26 +82,35 @@ LockStorage& storageOf(NSLock lock) { return embedded::storageOf<LockStorage>(lo
     logText(NSString(line));
 }
 
-void lock(NSLock self, SEL selector) {
+[[gnu::noinline]] void lockHeld(NSLock self, SEL selector) {
     LockStorage& storage = storageOf(self);
-    const std::thread::id thread = std::this_thread::get_id();
-    if (storage.isHeldBy(thread)) [[unlikely]] {
+    const ThreadIdentity thread = runningThread();
+    if (storage.isHeldBy(thread)) {
         logMistake(self, selector, "deadlock", "");
         // Nobody but this thread could let it go on.
         for (;;) std::this_thread::sleep_for(std::chrono::hours(1));
     }
-    storage.acquire(thread);
+    storage.waitAndAcquire(thread);
 }
 
-void unlock(NSLock self, SEL selector) {
-    LockStorage& storage = storageOf(self);
-    if (storage.isHeldBy(std::this_thread::get_id())) [[likely]]
-        return storage.release();
+void lock(NSLock self, SEL selector) {
+    if (!storageOf(self).tryAcquire(runningThread())) [[unlikely]]
+        lockHeld(self, selector);
+}
+
+[[gnu::cold, gnu::noinline]] void unlockNotHeld(NSLock self, SEL selector) {
     logMistake(self, selector, "lock", " unlocked when not locked");
     logText("*** Break on _NSLockError() to debug."_ns);
 }
 
-BOOL tryLock(NSLock self, SEL) { return storageOf(self).tryAcquire(std::this_thread::get_id()); }
+void unlock(NSLock self, SEL selector) {
+    LockStorage& storage = storageOf(self);
+    if (!storage.isHeldBy(runningThread())) [[unlikely]]
+        return unlockNotHeld(self, selector);
+    storage.release();
+}
+
+BOOL tryLock(NSLock self, SEL) { return storageOf(self).tryAcquire(runningThread()); }
 
 NSString name(NSLock self, SEL) { return storageOf(self).name; }
 void setName(NSLock self, SEL, NSString name) { storageOf(self).name = adopt(NSString(name.copy())); }
