@@ -77,7 +77,7 @@ TEST_F(ContainerDescriptionTest, AContainerInManyPlacesIsShownInFewOfThem) {
     const auto shown = text(doubled(20).description());
     EXPECT_GT(shown.size(), longest);
     EXPECT_LT(shown.size(), longest + longest / 16);
-    EXPECT_EQ(shown.substr(shown.size() - 13), "),\n    ...\n)");
+    EXPECT_TRUE(shown.ends_with("),\n    ...\n)")) << shown.substr(shown.size() - 80);
 }
 
 TEST_F(ContainerDescriptionTest, ALongTextInManyPlacesIsShownInFewOfThem) {
@@ -88,7 +88,8 @@ TEST_F(ContainerDescriptionTest, ALongTextInManyPlacesIsShownInFewOfThem) {
     array.addObject("short"_ns);
     const auto shown = text(array.description());
     EXPECT_LT(shown.size(), longest + longest / 4);
-    EXPECT_EQ(shown.substr(shown.size() - 39), ",\n    ...,\n    ...,\n    short,\n    short\n)");
+    EXPECT_TRUE(shown.ends_with(",\n    ...,\n    ...,\n    short,\n    short\n)"))
+        << shown.substr(shown.size() - 80);
 }
 
 TEST_F(ContainerDescriptionTest, TheAttributesOfAllRunsAreOneDescription) {
