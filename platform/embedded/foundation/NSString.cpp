@@ -34,8 +34,6 @@ id allocWithZone(Class self, SEL, void*) {
     return NSObject(createInstance(self));
 }
 
-bool isExactlyString(NSString string) { return string.object()->isa == "NSString"_class.object(); }
-
 NSString initialise(NSString self, StringView contents) {
     if (self == placeholder()) return newString(contents).leak();
     storageOf<StringStorage>(self).assign(contents);
@@ -51,7 +49,7 @@ NSString fail(NSString self) {
 NSString init(NSString self, SEL) { return initialise(self, StringView()); }
 NSString initWithString(NSString self, SEL selector, NSString other) {
     rejectNil(other, self, selector);
-    if (self == placeholder() && isExactlyString(other)) return retain(other).leak();
+    if (self == placeholder() && isPlainString(other)) return retain(other).leak();
     return initialise(self, contentsOf(other));
 }
 NSString initWithCharacters(NSString self, SEL selector, const unichar* characters, NSUInteger length) {
@@ -181,7 +179,7 @@ NSString description_(NSString self, SEL) { return self; }
 
 const char* UTF8String(NSString self, SEL) {
     const Contents contents = contentsOf(self);
-    if (isExactlyString(self) && isAscii(contents)) {
+    if (isPlainString(self) && isAscii(contents)) {
         // The units are the bytes already, with a zero behind them, and stay as long as the string does.
         retain(self).autorelease();
         return reinterpret_cast<const char*>(contents.narrow());
@@ -196,11 +194,8 @@ const char* UTF8String(NSString self, SEL) {
     });
 }
 
-bool hasUnpairedSurrogate(StringView units) {
-    if (!units.isWide()) return false;
-    for (std::size_t index = 0; index < units.length();)
-        if (utf8::isSurrogate(utf8::nextCharacter(units.wide(), units.length(), index))) return true;
-    return false;
+bool hasUnpairedSurrogate(StringView text) {
+    return text.visit([](auto units) { return utf8::hasUnpairedSurrogate(units.data(), units.size()); });
 }
 
 // nil where the encoding cannot hold the text as it is.
@@ -234,7 +229,7 @@ NSData dataUsingEncoding(NSString self, SEL, NSStringEncoding encoding) {
 // ---- Parts
 
 NSString part(NSString self, StringView contents, NSRange range) {
-    if (range.length == contents.length() && isExactlyString(self)) return retain(self).autorelease();
+    if (range.length == contents.length() && isPlainString(self)) return retain(self).autorelease();
     return makeString(contents.sub(range.location, range.length));
 }
 void checkIndex(NSUInteger index, std::size_t length, NSString self, SEL selector) {

@@ -140,6 +140,10 @@ private:
     mutable std::atomic<std::size_t> hash_{0}; // 0 when it is not known
 };
 
+// Whether an object, which is not nil, is of exactly the immutable class: no operation is overridden, and its
+// units never change.
+inline bool isPlainString(NSObject object) { return object.object()->isa == "NSString"_class.object(); }
+
 // NSString's own primitive operations.
 NSUInteger lengthOfString(NSString self, SEL);
 unichar characterOfStringAtIndex(NSString self, SEL selector, NSUInteger index);

@@ -108,9 +108,10 @@ void forgetCachedMethods(RuntimeClass* classRecord) {
     for (RuntimeClass* subclass : classRecord->subclasses) forgetCachedMethods(subclass);
 }
 
-const Method* findMethod(RuntimeClass* classRecord, SEL selector) {
+std::optional<Method> findMethod(RuntimeClass* classRecord, SEL selector) {
     const std::lock_guard lock(runtimeMutex());
-    return methodInChain(classRecord, selector);
+    const Method* const method = methodInChain(classRecord, selector);
+    return method ? std::optional(*method) : std::nullopt;
 }
 
 } // namespace tessarin::embedded
