@@ -1,38 +1,9 @@
-// Operations that remove or move nothing ask for no memory. In a program of its own, whose memory functions
-// count.
+// Operations that remove or move nothing ask for no memory.
+#include "MemoryRequests.h"
 #include "PlatformTest.h"
 
 #include "TessarinFoundation/NSArray+TessarinExtensions.h"
 #include "TessarinFoundation/NSMutableArray+TessarinExtensions.h"
-
-#include <cstdlib>
-
-namespace {
-
-// Of this thread alone: others may be at work for the platform.
-thread_local std::size_t requests = 0;
-
-} // namespace
-
-// The C library's own, which it lets a program replace.
-extern "C" {
-void* __libc_malloc(std::size_t size);
-void* __libc_calloc(std::size_t count, std::size_t size);
-void* __libc_realloc(void* memory, std::size_t size);
-
-void* malloc(std::size_t size) {
-    ++requests;
-    return __libc_malloc(size);
-}
-void* calloc(std::size_t count, std::size_t size) {
-    ++requests;
-    return __libc_calloc(count, size);
-}
-void* realloc(void* memory, std::size_t size) {
-    ++requests;
-    return __libc_realloc(memory, size);
-}
-}
 
 namespace tessarin::testing {
 namespace {
@@ -43,9 +14,9 @@ protected:
     template <class Body>
     static std::size_t requestsOf(Body&& body) {
         body();
-        const std::size_t before = requests;
+        const std::size_t before = memoryRequests();
         body();
-        return requests - before;
+        return memoryRequests() - before;
     }
 
     const NSArray array_ = NSArray::arrayOf("a"_ns, NSNumber::numberWithInt(1), "c"_ns);
