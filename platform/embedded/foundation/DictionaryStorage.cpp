@@ -11,6 +11,16 @@
 #include <utility>
 
 namespace tessarin::embedded {
+namespace {
+
+bool areEqualKeys(NSObject key, NSObject candidate) {
+    const Object* stringClass = "NSString"_class.object();
+    if (key.object()->isa == stringClass && candidate.object()->isa == stringClass)
+        return equalUnits(storageOf<StringStorage>(key).view(), storageOf<StringStorage>(candidate).view());
+    return key.isEqual(candidate);
+}
+
+} // namespace
 
 std::size_t DictionaryStorage::nextEntry(std::size_t index) const {
     while (index < entries_.size() && !entries_[index].key) ++index;
@@ -119,13 +129,6 @@ std::vector<DictionaryEntry> DictionaryStorage::takeAll() {
     return std::exchange(entries_, {});
 }
 
-bool areEqual(NSObject key, NSObject candidate) {
-    const Object* stringClass = "NSString"_class.object();
-    if (key.object()->isa == stringClass && candidate.object()->isa == stringClass)
-        return equalUnits(storageOf<StringStorage>(key).view(), storageOf<StringStorage>(candidate).view());
-    return key.isEqual(candidate);
-}
-
 std::size_t findEntry(NSDictionary dictionary, NSObject key, NSUInteger hash) {
     const DictionaryStorage& storage = storageOf<DictionaryStorage>(dictionary);
     DictionaryStorage::Candidates candidates(storage, hash);
@@ -134,7 +137,7 @@ std::size_t findEntry(NSDictionary dictionary, NSObject key, NSUInteger hash) {
         const NSObject candidate = storage.entry(index).key;
         if (candidate == key) return index;
         const NSUInteger mutations = storage.mutations;
-        const bool isFound = areEqual(key, candidate);
+        const bool isFound = areEqualKeys(key, candidate);
         if (storage.mutations != mutations) runtime::raiseMutation(dictionary.object());
         if (isFound) return index;
     }
