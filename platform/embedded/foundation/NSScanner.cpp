@@ -194,18 +194,18 @@ std::size_t startOfMatch(StringView text, StringView wanted, bool isCaseSensitiv
 
 BOOL scanString(NSScanner self, SEL selector, NSString wanted, NSString* result) {
     rejectNil(wanted, self, selector);
+    ScannerStorage& scanner = storageOf(self);
+    const std::size_t start = startOfScan(scanner); // first: an application's set may edit what is wanted
     const Contents units = contentsOf(wanted);
     if (units.isEmpty()) return NO;
-    ScannerStorage& scanner = storageOf(self);
-    const std::size_t start = startOfScan(scanner);
     const std::size_t length = lengthOfMatch(scanner.text().from(start), units, scanner.isCaseSensitive);
     return scanRange(scanner, start, start + length, result);
 }
 BOOL scanUpToString(NSScanner self, SEL selector, NSString wanted, NSString* result) {
     rejectNil(wanted, self, selector);
-    const Contents units = contentsOf(wanted);
     ScannerStorage& scanner = storageOf(self);
-    const std::size_t start = startOfScan(scanner);
+    const std::size_t start = startOfScan(scanner); // first, as above
+    const Contents units = contentsOf(wanted);
     const StringView rest = scanner.text().from(start);
     const std::size_t length =
         units.isEmpty() ? rest.length() : startOfMatch(rest, units, scanner.isCaseSensitive);

@@ -8,6 +8,7 @@
 #include "platform/embedded/foundation/StringFormat.h"
 #include "platform/embedded/foundation/StringStorage.h"
 #include "platform/embedded/foundation/Unicode.h"
+#include "platform/embedded/runtime/StoredKind.h"
 #include "platform/services/TextEncodings.h"
 #include "platform/services/Utf8.h"
 
@@ -37,8 +38,8 @@ id allocWithZone(Class self, SEL, void*) {
 NSString initialise(NSString self, StringView contents) {
     if (self == placeholder()) return newString(contents).leak();
     storageOf<StringStorage>(self).assign(contents);
-    if (!directStorage(self) && self.isKindOfClass("NSMutableString"_class) && !contents.isEmpty())
-        as<NSMutableString>(self).setString(makeString(contents));
+    const auto editable = directStorage(self) ? nil : storedKindOf<NSMutableString>(self);
+    if (editable && !contents.isEmpty()) editable.setString(makeString(contents));
     return self;
 }
 NSString fail(NSString self) {
@@ -98,9 +99,9 @@ NSString initWithFormatArguments(NSString self, SEL selector, NSString format, s
     return initialise(self, text.view());
 }
 NSString initWithFormat(NSString self, SEL selector, NSString format, ...) {
+    rejectNil(format, self, selector);
     std::va_list arguments;
     va_start(arguments, format);
-    rejectNil(format, self, selector);
     StringStorage text;
     appendFormat(text, format, arguments);
     va_end(arguments);
@@ -155,7 +156,8 @@ void getCharacters(NSString self, SEL selector, unichar* buffer, NSRange range) 
 BOOL isEqualToString(NSString self, SEL, NSString other) {
     if (self == other) return YES;
     if (!other) return NO;
-    return equalUnits(contentsOf(self), contentsOf(other));
+    const ContentsOfBoth contents = contentsOfBoth(self, other);
+    return equalUnits(contents.first, contents.second);
 }
 BOOL isEqual(NSString self, SEL, NSObject other) {
     if (self == other) return YES;
@@ -255,8 +257,9 @@ NSString substringWithRange(NSString self, SEL selector, NSRange range) {
 }
 NSString stringByAppendingString(NSString self, SEL selector, NSString other) {
     rejectNil(other, self, selector);
-    const Contents first = contentsOf(self);
-    const Contents second = contentsOf(other);
+    const ContentsOfBoth contents = contentsOfBoth(self, other);
+    const StringView first = contents.first;
+    const StringView second = contents.second;
     if (!first.isWide() && !second.isWide() && !second.isEmpty()) {
         const auto write = [&](std::uint8_t* units) {
             units = std::copy_n(first.narrow(), first.length(), units);

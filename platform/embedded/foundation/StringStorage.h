@@ -176,6 +176,24 @@ inline Contents contentsOf(NSString string) {
     return gatheredContents(string);
 }
 
+// The same where an application's code runs while the units are in use, such as the test of its own character
+// set: a copy where that code could edit the string.
+Contents steadyContentsOf(NSString string);
+
+// The units of two strings, neither of them nil. Gathering those of one is its class's own code, which may
+// edit the other string; that one is looked at afterwards.
+struct ContentsOfBoth {
+    Contents first;
+    Contents second;
+};
+ContentsOfBoth gatheredContentsOfBoth(NSString first, NSString second);
+inline ContentsOfBoth contentsOfBoth(NSString first, NSString second) {
+    const StringStorage* const firstStorage = directStorage(first);
+    const StringStorage* const secondStorage = directStorage(second);
+    if (!firstStorage || !secondStorage) return gatheredContentsOfBoth(first, second);
+    return {Contents(firstStorage->view()), Contents(secondStorage->view())};
+}
+
 // A new immutable string that the caller owns. Wide units that all fit are kept narrow.
 Retained<NSString> newString(StringView contents);
 // The same, its units written by the caller: fill(units) gets a place for `length` of them.

@@ -108,6 +108,8 @@ void forgetCachedMethods(RuntimeClass* classRecord) {
     for (RuntimeClass* subclass : classRecord->subclasses) forgetCachedMethods(subclass);
 }
 
+void refuseNullSelector(NSObject receiver) { refuse(receiver.object(), nullptr); }
+
 std::optional<Method> findMethod(RuntimeClass* classRecord, SEL selector) {
     const std::lock_guard lock(runtimeMutex());
     const Method* const method = methodInChain(classRecord, selector);
