@@ -4,21 +4,12 @@
 #include "TessarinFoundation/TSSRAudio.h"
 
 #include "TessarinPlatform/NSMutableArray.h"
-#include "TessarinPlatform/NSNumber.h"
 #include "TessarinPlatform/Retained.h"
+#include "audio/ElementReading.h"
 
 using namespace tessarin;
-
-namespace {
-
-// What stands in the array is asked, whatever object it is.
-NSNumber numberAt(NSArray array, NSUInteger index) { return array.objectAtIndex(index); }
-
-UInt32 unsigned32At(NSArray array, NSUInteger index) {
-    return static_cast<UInt32>(numberAt(array, index).unsignedLongValue());
-}
-
-} // namespace
+using audio::numberAt;
+using audio::unsigned32At;
 
 NSArray TSSRArrayFromAudioUnitParameterInfo(AudioUnitParameterInfo information) {
     const Retained<NSMutableArray> elements = adopt(NSMutableArray::alloc().initWithCapacity(8));

@@ -1,18 +1,11 @@
 // Stream formats as arrays of nine numbers.
 #include "TessarinFoundation/TSSRAudio.h"
 
-#include "TessarinPlatform/NSNumber.h"
+#include "audio/ElementReading.h"
 
 using namespace tessarin;
-
-namespace {
-
-// The low 32 bits of what the element answers, whatever object it is.
-UInt32 unsigned32At(NSArray array, NSUInteger index) {
-    return static_cast<UInt32>(as<NSNumber>(array.objectAtIndex(index)).unsignedLongValue());
-}
-
-} // namespace
+using audio::numberAt;
+using audio::unsigned32At;
 
 NSArray TSSRArrayFromASBD(AudioStreamBasicDescription format) {
     return NSArray::arrayOf(NSNumber::numberWithDouble(format.mSampleRate),
@@ -28,13 +21,7 @@ NSArray TSSRArrayFromASBD(AudioStreamBasicDescription format) {
 
 AudioStreamBasicDescription TSSRASBDFromArray(NSArray array) {
     // A braced list is evaluated from left to right: the elements are fetched in order.
-    return {as<NSNumber>(array.objectAtIndex(0)).doubleValue(),
-            unsigned32At(array, 1),
-            unsigned32At(array, 2),
-            unsigned32At(array, 3),
-            unsigned32At(array, 4),
-            unsigned32At(array, 5),
-            unsigned32At(array, 6),
-            unsigned32At(array, 7),
-            unsigned32At(array, 8)};
+    return {numberAt(array, 0).doubleValue(), unsigned32At(array, 1), unsigned32At(array, 2),
+            unsigned32At(array, 3),           unsigned32At(array, 4), unsigned32At(array, 5),
+            unsigned32At(array, 6),           unsigned32At(array, 7), unsigned32At(array, 8)};
 }

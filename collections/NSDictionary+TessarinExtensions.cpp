@@ -3,9 +3,9 @@
 
 #include "TessarinPlatform/Definition.h"
 #include "TessarinPlatform/KeyOrder.h"
+#include "TessarinPlatform/NSMutableArray.h"
 #include "TessarinPlatform/NSMutableDictionary.h"
-
-#include <vector>
+#include "TessarinPlatform/Retained.h"
 
 using namespace tessarin;
 
@@ -14,10 +14,12 @@ namespace {
 NSArray allValuesSortedByKeys(NSDictionary self, SEL) {
     if (const auto values = objectsInOrderOfKeys(self))
         return NSArray::arrayWithObjects_count(values->data(), values->size());
-    std::vector<NSObject> values;
-    for (const NSObject key : self.allKeys().sortedArrayUsingSelector("compare:"_sel))
-        if (const NSObject value = self.objectForKey(key)) values.push_back(value);
-    return NSArray::arrayWithObjects_count(values.data(), values.size());
+    const NSArray keys = self.allKeys().sortedArrayUsingSelector("compare:"_sel);
+    // The array keeps what a dictionary of a class of its own may let go of when it is asked for the next.
+    const Retained<NSMutableArray> values = adopt(NSMutableArray::alloc().initWithCapacity(keys.count()));
+    for (const NSObject key : keys)
+        if (const NSObject value = self.objectForKey(key)) values.addObject(value);
+    return NSArray::arrayWithArray(values);
 }
 
 NSDictionary dictionaryByRemovingObjectForKey(NSDictionary self, SEL, NSObject key) {

@@ -91,17 +91,33 @@ void encodeWithCoder(TSSRTransformedValue self, SEL, NSCoder coder) {
         coder.encodeObject_forKey(value.description(), valueDescriptionKey());
 }
 
+bool isTransformedValue(id object) {
+    Object* each = object ? runtime::classOf(object.object()) : nullptr;
+    while (each && each != TSSRTransformedValue::classObject().object()) each = runtime::superclassOf(each);
+    return each != nullptr;
+}
+
+// A damaged archive may name the object as its own value, also through others, which would be asked round in
+// circles; or put so many inside each other that asking them takes all of the stack.
+bool canBeValue(id value, TSSRTransformedValue object) {
+    constexpr int most = 256; // inside each other
+    int count = 0;
+    for (; isTransformedValue(value); value = valueOf(as<TSSRTransformedValue>(value)))
+        if (value == object || ++count == most) return false;
+    return true;
+}
+
 TSSRTransformedValue initWithCoder(TSSRTransformedValue self, SEL, NSCoder coder) {
     Retained<TSSRTransformedValue> made = adopt(superInit(self));
     if (!made) return nil;
     // The class's name, and not the class.
     valueClassOf(made) = retain(coder.decodeObjectForKey(valueClassKey())).leak();
+    id value;
     if (coder.containsValueForKey(valueKey()))
-        valueOf(made) = retain(coder.decodeObjectForKey(shortValueKey())).leak();
+        value = coder.decodeObjectForKey(shortValueKey());
     else if (coder.containsValueForKey(valueDescriptionKey()))
-        valueOf(made) = retain(coder.decodeObjectForKey(valueDescriptionKey())).leak();
-    // A damaged archive may name the object as its own value, which would be asked round in circles.
-    if (valueOf(made) == made) adopt(std::exchange(valueOf(made), id())).reset();
+        value = coder.decodeObjectForKey(valueDescriptionKey());
+    if (canBeValue(value, made)) valueOf(made) = retain(value).leak();
     return made.leak();
 }
 

@@ -10,8 +10,8 @@
     NSPoint topLeftPoint;
 }
 
-// The session that a file keeps; a new one where there is no such file. nil, with a reason on standard error,
-// for a file that is no property list of a dictionary.
+// The session that a file keeps; a new one where there is no such file, and in the parts that are damaged.
+// nil, with a reason on standard error, for a file that cannot be read as a property list of a dictionary.
 + (Session *)sessionOfFile:(NSString *)path;
 
 // Keeps the session in a property list in XML. Other keys that the file holds stay.

@@ -15,10 +15,12 @@ static NSString *const WindowKey = @"windowTopLeftPoint";
 static const AudioStreamBasicDescription stereo = {48000, 0x6C70636D /* lpcm */, 12, 6, 1, 6, 2, 24, 0};
 
 // The dictionary that a file holds, all of whose containers may be changed; an empty one where there is no
-// file, nil for a file that holds something else.
+// file, nil for a file that cannot be read or holds something else.
 static NSMutableDictionary *dictionaryOfFile(NSString *path) {
     NSData *data = [NSData dataWithContentsOfFile:path];
-    if (!data) return [NSMutableDictionary dictionary];
+    if (!data)
+        return [[NSFileManager defaultManager] fileExistsAtPath:path] ? nil
+                                                                      : [NSMutableDictionary dictionary];
     id contents = [NSPropertyListSerialization propertyListWithData:data options:0 format:NULL error:NULL];
     if (![contents isKindOfClass:[NSDictionary class]]) return nil;
     return [NSPropertyListSerialization tessarin_propertyListWithMutableContainers:contents error:NULL];
@@ -27,6 +29,27 @@ static NSMutableDictionary *dictionaryOfFile(NSString *path) {
 static id kept(NSDictionary *contents, NSString *key, Class expected) {
     const id value = [contents objectForKey:key];
     return [value isKindOfClass:expected] ? value : nil;
+}
+
+static BOOL areNumbers(NSArray *values) {
+    NSEnumerator *enumerator = [values objectEnumerator];
+    id value;
+    while ((value = [enumerator nextObject]))
+        if (![value isKindOfClass:[NSNumber class]]) return NO;
+    return YES;
+}
+
+static NSArray *keptNumbers(NSDictionary *contents, NSString *key, NSUInteger count) {
+    NSArray *numbers = kept(contents, key, [NSArray class]);
+    return [numbers count] == count && areNumbers(numbers) ? numbers : nil;
+}
+
+// Whether it is what the list of effects sorts by: a column, in the order of the strings themselves. Any
+// other selector out of a file might be one that strings do not answer, or that does something else.
+static BOOL sortsEffects(NSSortDescriptor *descriptor) {
+    NSString *key = [descriptor key]; // nil when it was made of a configuration that is none
+    return ([key isEqual:EffectName] || [key isEqual:EffectManufacturer]) &&
+           [NSStringFromSelector([descriptor selector]) isEqual:@"compare:"];
 }
 
 @implementation Session
@@ -50,24 +73,24 @@ static id kept(NSDictionary *contents, NSString *key, Class expected) {
     [super dealloc];
 }
 
+// What is damaged stays as it is in a new session.
 - (void)takeContents:(NSDictionary *)contents {
     NSDictionary *part;
     NSArray *numbers;
     [self setEffect:kept(contents, EffectKey, [NSString class])];
-    if ((numbers = kept(contents, StreamFormatKey, [NSArray class])) && [numbers count] == 9) {
+    if ((numbers = keptNumbers(contents, StreamFormatKey, 9))) {
         [streamFormat release];
         streamFormat = [numbers copy];
     }
-    if ((part = kept(contents, ColorKey, [NSDictionary class])))
+    if ((part = kept(contents, ColorKey, [NSDictionary class])) && areNumbers([part allValues]))
         [self setColor:[NSColor tessarin_colorWithConfiguration:part]];
     if ((part = kept(contents, OrderKey, [NSDictionary class]))) {
         NSSortDescriptor *descriptor = [NSSortDescriptor tessarin_sortDescriptorWithConfiguration:part];
-        // A configuration that is none gives a descriptor without a key.
-        if ([descriptor key]) [self setOrder:descriptor];
+        if (sortsEffects(descriptor)) [self setOrder:descriptor];
     }
     if (kept(contents, MetersKey, [NSNumber class]))
         meterState = [[contents objectForKey:MetersKey] integerValue];
-    if ((numbers = kept(contents, WindowKey, [NSArray class])) && [numbers count] == 2)
+    if ((numbers = keptNumbers(contents, WindowKey, 2)))
         topLeftPoint =
             NSMakePoint([[numbers objectAtIndex:0] doubleValue], [[numbers lastObject] doubleValue]);
 }
@@ -75,7 +98,8 @@ static id kept(NSDictionary *contents, NSString *key, Class expected) {
 + (Session *)sessionOfFile:(NSString *)path {
     NSDictionary *contents = dictionaryOfFile(path);
     if (!contents) {
-        fprintf(stderr, "session_window: %s is no property list of a dictionary\n", [path UTF8String]);
+        fprintf(stderr, "session_window: %s cannot be read as a property list of a dictionary\n",
+                [path UTF8String]);
         return nil;
     }
     Session *session = [[[Session alloc] init] autorelease];

@@ -77,8 +77,9 @@ public:
         using namespace tessarin;
         return send<TSSRTransformedValue>(*this, "initWithClass:value:"_sel, valueClass, value);
     }
-    // As the archive says; a nil coder gives an object without class and value, and an archive in which the
-    // value is the object itself one without value.
+    // As the archive says; a nil coder gives an object without class and value. A value that is the object
+    // itself, also through other transformed values, or in which 256 of them are inside each other, is left
+    // out.
     [[nodiscard]] TSSRTransformedValue initWithCoder(tessarin::NSCoder coder) const {
         using namespace tessarin;
         return send<TSSRTransformedValue>(*this, "initWithCoder:"_sel, coder);

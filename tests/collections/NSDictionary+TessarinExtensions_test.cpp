@@ -130,6 +130,33 @@ TEST_F(DictionaryExtensionsTest, KeysWithoutAnObjectAreLeftOut) {
     EXPECT_EQ(texts(tessarin_allValuesSortedByKeys(dictionary)), (Texts{"the object of a"}));
 }
 
+// A dictionary of an application's own class that makes each object when it is asked for it and keeps the
+// last one alone.
+Retained<NSMutableString> lastMade;
+
+TEST_F(DictionaryExtensionsTest, ObjectsThatTheDictionaryLetsGoOfAreKept) {
+    static const ClassDefinition definition{
+        {.name = "TessarinFleetingDictionary",
+         .superclass = "NSDictionary",
+         .methods = {
+             instanceMethod(
+                 "init", +[](NSDictionary self, SEL) { return self; }),
+             instanceMethod(
+                 "count", +[](NSDictionary, SEL) -> NSUInteger { return 3; }),
+             instanceMethod(
+                 "allKeys", +[](NSDictionary, SEL) { return NSArray::arrayOf("b"_ns, "c"_ns, "a"_ns); }),
+             instanceMethod(
+                 "objectForKey:", +[](NSDictionary, SEL, NSObject key) -> id {
+                     EXPECT_TRUE(!lastMade || lastMade.retainCount() > 1);
+                     lastMade = adopt(NSMutableString::alloc().initWithString(as<NSString>(key)));
+                     return lastMade;
+                 })}}};
+    const Retained<NSDictionary> dictionary =
+        adopt(as<NSDictionary>(static_cast<NSObject>(definition.classObject().alloc())).init());
+    EXPECT_EQ(texts(tessarin_allValuesSortedByKeys(dictionary)), (Texts{"a", "b", "c"}));
+    lastMade.reset();
+}
+
 TEST_F(DictionaryExtensionsTest, RemovesAKey) {
     const NSDictionary remaining = tessarin_dictionaryByRemovingObjectForKey(letters, "b"_ns);
     EXPECT_EQ(remaining.count(), 2u);

@@ -24,6 +24,23 @@ TEST_F(StandInTest, IsNoItemAndNoSubmenu) {
     EXPECT_THROWS_NAMED(menu.itemAtIndex(0).setSubmenu(as<NSMenu>(standIn_)), "NSInvalidArgumentException");
 }
 
+TEST_F(StandInTest, IsNoView) {
+    const NSView view = as<NSView>(standIn_);
+    const Retained<NSScrollView> outer = adopt(NSScrollView::alloc().initWithFrame(NSZeroRect));
+    EXPECT_THROWS_NAMED(outer.addSubview(view), "NSInvalidArgumentException");
+    EXPECT_THROWS_NAMED(outer.setDocumentView(view), "NSInvalidArgumentException");
+    EXPECT_THROWS_NAMED(outer.setHorizontalScroller(as<NSScroller>(standIn_)), "NSInvalidArgumentException");
+    EXPECT_THROWS_NAMED(outer.setVerticalScroller(as<NSScroller>(standIn_)), "NSInvalidArgumentException");
+    const Retained<NSWindow> window = adopt(NSWindow::alloc().initWithContentRect_styleMask_backing_defer(
+        NSZeroRect, NSTitledWindowMask, NSBackingStoreBuffered, true));
+    EXPECT_THROWS_NAMED(window.setContentView(view), "NSInvalidArgumentException");
+}
+
+TEST_F(StandInTest, IsNoColourSpaceToMakeAColourIn) {
+    const CGFloat components[] = {1, 0, 0, 1};
+    EXPECT_FALSE(NSColor::colorWithColorSpace_components_count(as<NSColorSpace>(standIn_), components, 4));
+}
+
 TEST_F(StandInTest, EqualsNoColourNoColourSpaceAndNoIndexSet) {
     EXPECT_FALSE(NSColor::colorWithCalibratedRed_green_blue_alpha(1, 0, 0, 1).isEqual(standIn_));
     EXPECT_FALSE(NSColorSpace::genericRGBColorSpace().isEqual(standIn_));

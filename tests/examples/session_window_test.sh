@@ -58,10 +58,35 @@ grep -q 'saturation 50,' "$work/third" || fail "another colour: $(cat "$work/thi
 grep -qx 'window         top left at 200, 650' "$work/third" || fail "another corner: $(cat "$work/third")"
 grep -q '<string>mix</string>' "$session" || fail "a key is gone: $(cat "$session")"
 
+# A session whose every part is damaged is a new one, and can be opened.
+rm "$session"
+printed >"$work/new"
+cat >"$session" <<END
+<?xml version="1.0" encoding="UTF-8"?>
+<plist version="1.0"><dict>
+<key>effect</key><array/>
+<key>streamFormat</key><array>$(printf '<string>a</string>%.0s' {1..9})</array>
+<key>color</key><dict><key>Hue</key><array/></dict>
+<key>order</key><dict><key>keypath</key><string>name</string><key>ascending</key><true/>
+<key>selector</key><string>hide:</string></dict>
+<key>meters</key><string>on</string>
+<key>windowTopLeftPoint</key><array><dict/><integer>1</integer></array>
+</dict></plist>
+END
+printed | diff "$work/new" - || fail "another session of damaged parts"
+opens
+printed | diff "$work/new" - || fail "another session after the damaged one was opened"
+
 # What the program in C++ prints of a session, this one prints as well.
 "$program" -SessionFile "$kept_session.plist" -Print YES | diff - "$kept_session.txt" || fail "prints another session"
 
-echo "<plist><array/></plist>" >"$session"
+echo '<?xml version="1.0" encoding="UTF-8"?><plist version="1.0"><array/></plist>' >"$session"
 ! printed 2>"$work/err" || fail "an array is taken for a session"
-grep -q 'is no property list of a dictionary' "$work/err" || fail "another reason: $(cat "$work/err")"
+grep -q 'cannot be read as a property list of a dictionary' "$work/err" || fail "another reason: $(cat "$work/err")"
+
+# What is there and cannot be read is no new session: here a folder, which even root cannot read as a file.
+rm "$session"
+mkdir "$session"
+! printed 2>"$work/err" || fail "what cannot be read is taken for a new session"
+grep -q 'cannot be read' "$work/err" || fail "another reason: $(cat "$work/err")"
 echo "all as expected"

@@ -63,6 +63,19 @@ TEST_F(RelativeFileURLTest, TheRangeExceptionPassesThrough) {
     EXPECT_THROWS_NAMED(relative("/nowhere/A/b/c", "/nowhere/a/b"), "NSRangeException");
 }
 
+// Its escapes are no UTF-8.
+TEST_F(RelativeFileURLTest, AReceiverWithoutAPathIsRefusedByThePlatform) {
+    const NSURL pathless = NSURL::URLWithString("file:///nowhere/%FF"_ns);
+    EXPECT_FALSE(pathless.path());
+    EXPECT_THROWS_NAMED(tessarin_fileURLRelativeToFileURL(pathless, fileURL("/nowhere")),
+                        "NSInvalidArgumentException");
+}
+
+TEST_F(RelativeFileURLTest, ABaseWithoutAPathGivesTheReceiversOwnPath) {
+    const NSURL pathless = NSURL::URLWithString("file:///nowhere/%FF"_ns);
+    EXPECT_EQ(text(tessarin_fileURLRelativeToFileURL(fileURL("/nowhere/a"), pathless).path()), "/nowhere/a");
+}
+
 TEST_F(RelativeFileURLTest, IsAutoreleased) {
     const NSURL file = fileURL("/nowhere/a/b"), base = fileURL("/nowhere");
     EXPECT_EQ(ownedReferencesOfNew([&] { return tessarin_fileURLRelativeToFileURL(file, base); }), 0);

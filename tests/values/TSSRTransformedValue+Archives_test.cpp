@@ -188,6 +188,34 @@ TEST_F(TransformedValueArchiveTest, TheObjectItselfIsNotTakenForItsValue) {
     EXPECT_EQ(decoded.intValue(), 0);
 }
 
+TEST_F(TransformedValueArchiveTest, TheObjectItselfIsNotTakenForTheValueOfItsValues) {
+    for (const int others : {1, 2}) {
+        const TSSRTransformedValue allocated = TSSRTransformedValue::alloc();
+        TSSRTransformedValue inside = allocated;
+        for (int other = 0; other < others; ++other) {
+            RecordingCoder ofOther;
+            ofOther.put(inside, descriptionKey());
+            inside = decodedFrom(ofOther);
+        }
+        coder.put(inside, descriptionKey());
+        const Retained<TSSRTransformedValue> decoded = adopt(allocated.initWithCoder(coder));
+        ASSERT_EQ(decoded.transformedValue(), nil);
+        EXPECT_EQ(decoded.intValue(), 0);
+        EXPECT_EQ(inside.intValue(), 0);
+    }
+}
+
+TEST_F(TransformedValueArchiveTest, TransformedValuesMayBeInsideEachOtherButNotAboveMeasure) {
+    NSObject inside = NSNumber::numberWithInt(5);
+    for (int count = 0; count < 256; ++count) {
+        coder.put(inside, descriptionKey());
+        inside = decodedFrom(coder);
+    }
+    EXPECT_EQ(as<TSSRTransformedValue>(inside).intValue(), 5);
+    coder.put(inside, descriptionKey());
+    EXPECT_EQ(decodedFrom(coder).transformedValue(), nil);
+}
+
 TEST_F(TransformedValueArchiveTest, RetainsWhatItReads) {
     const Retained<NSMutableString> name = adopt(NSMutableString::alloc().initWithString("Name"_ns));
     const Retained<NSMutableString> value = adopt(NSMutableString::alloc().initWithString("value"_ns));

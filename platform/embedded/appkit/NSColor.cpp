@@ -20,8 +20,10 @@ using enum ColorSpaceKind;
 
 // ---- Making
 
+Retained<NSColor> newColor() { return adopt(NSColor(createInstance("NSColor"_class))); }
+
 Retained<NSColor> newColor(ColorSpaceKind space, const ColorComponents& components, CGFloat alpha) {
-    Retained<NSColor> color = adopt(NSColor(createInstance("NSColor"_class)));
+    Retained<NSColor> color = newColor();
     ColorStorage& storage = storageOf(color);
     storage.space = space;
     storage.components = components;
@@ -36,7 +38,7 @@ CGFloat cut(CGFloat component) { return component > 0 ? component < 1 ? componen
 // processor wait.
 template <ColorSpaceKind space>
 NSColor colorWithRGB(Class, SEL, CGFloat red, CGFloat green, CGFloat blue, CGFloat alpha) {
-    Retained<NSColor> color = adopt(NSColor(createInstance("NSColor"_class)));
+    Retained<NSColor> color = newColor();
     ColorStorage& storage = storageOf(color);
     storage.space = space;
     storage.components[0] = cut(red);
@@ -63,7 +65,7 @@ NSColor colorWithDeviceCMYK(Class, SEL, CGFloat cyan, CGFloat magenta, CGFloat y
 }
 
 NSColor colorWithColorSpace(Class, SEL, NSColorSpace space, const CGFloat* components, NSInteger count) {
-    const auto kind = kindOfColorSpace(space);
+    const auto kind = kindOfColorSpace(storedKindOf<NSColorSpace>(space));
     if (!kind || !components) return nil;
     const std::size_t own = componentCountOf(modelOf(*kind));
     if (count != static_cast<NSInteger>(own) + 1) return nil;
@@ -74,14 +76,14 @@ NSColor colorWithColorSpace(Class, SEL, NSColorSpace space, const CGFloat* compo
 
 NSColor colorWithCatalogName(Class, SEL, NSString listName, NSString colorName) {
     if (!listName || !colorName) return nil;
-    Retained<NSColor> color = adopt(NSColor(createInstance("NSColor"_class)));
+    Retained<NSColor> color = newColor();
     storageOf(color).other = std::make_unique<NameOrPicture>(
         NameOrPicture{adopt(as<NSString>(listName.copy())), adopt(as<NSString>(colorName.copy())), nil});
     return color.autorelease();
 }
 NSColor colorWithPatternImage(Class, SEL, NSObject image) {
     if (!image) return nil;
-    Retained<NSColor> color = adopt(NSColor(createInstance("NSColor"_class)));
+    Retained<NSColor> color = newColor();
     storageOf(color).other = std::make_unique<NameOrPicture>(NameOrPicture{nil, nil, retain(image)});
     return color.autorelease();
 }

@@ -46,10 +46,12 @@ void wantScroller(NSScrollView self, ScrollBar& bar, BOOL flag) {
 
 NSScroller horizontalScroller(NSScrollView self, SEL) { return storageOf(self).horizontal.scroller; }
 NSScroller verticalScroller(NSScrollView self, SEL) { return storageOf(self).vertical.scroller; }
-void setHorizontalScroller(NSScrollView self, SEL, NSScroller scroller) {
+void setHorizontalScroller(NSScrollView self, SEL selector, NSScroller scroller) {
+    requireView(self, selector, scroller);
     replaceScroller(self, storageOf(self).horizontal, scroller);
 }
-void setVerticalScroller(NSScrollView self, SEL, NSScroller scroller) {
+void setVerticalScroller(NSScrollView self, SEL selector, NSScroller scroller) {
+    requireView(self, selector, scroller);
     replaceScroller(self, storageOf(self).vertical, scroller);
 }
 BOOL hasHorizontalScroller(NSScrollView self, SEL) { return storageOf(self).horizontal.isWanted; }
@@ -65,7 +67,8 @@ void setHasVerticalScroller(NSScrollView self, SEL, BOOL flag) {
 
 NSView documentView(NSScrollView self, SEL) { return storageOf(self).documentView; }
 
-void setDocumentView(NSScrollView self, SEL, NSView view) {
+void setDocumentView(NSScrollView self, SEL selector, NSView view) {
+    requireView(self, selector, view);
     ScrollViewStorage& storage = storageOf(self);
     if (storage.documentView == view) return;
     self.addSubview(view);

@@ -1,5 +1,6 @@
 #include "platform/embedded/appkit/ViewStorage.h"
 #include "platform/embedded/foundation/ArrayStorage.h"
+#include "platform/embedded/runtime/StoredKind.h"
 
 #include "TessarinPlatform/NSException.h"
 
@@ -66,6 +67,7 @@ void requireOutside(NSView self, SEL selector, NSView view) {
 
 void addSubview(NSView self, SEL selector, NSView view) {
     if (!view) return;
+    requireView(self, selector, view);
     requireOutside(self, selector, view);
     Retained<NSView> added = retain(view);
     takeOut(view);
@@ -95,6 +97,11 @@ BOOL isHiddenOrHasHiddenAncestor(NSView self, SEL) {
 }
 
 } // namespace
+
+void requireView(NSObject self, SEL selector, NSView view) {
+    if (view && !storedKindOf<NSView>(view))
+        raiseFrom(NSInvalidArgumentException(), self, selector, "what is put in has to be a view");
+}
 
 void takeOut(NSView view) {
     ViewStorage& storage = storageOf(view);

@@ -70,7 +70,8 @@ NSRect convertRectFromScreen(NSWindow self, SEL, NSRect rect) {
 
 NSView contentView(NSWindow self, SEL) { return storageOf(self).contentView; }
 
-void setContentView(NSWindow self, SEL, NSView view) {
+void setContentView(NSWindow self, SEL selector, NSView view) {
+    requireView(self, selector, view);
     WindowStorage& storage = storageOf(self);
     if (storage.contentView != view) {
         Retained<NSView> shown = retain(view);

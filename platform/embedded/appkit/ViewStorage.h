@@ -32,6 +32,9 @@ Storage& addedStorageOf(NSView view) {
     return *std::launder(reinterpret_cast<Storage*>(reinterpret_cast<std::byte*>(&storageOf(view)) + offset));
 }
 
+// Raises where what is to be put into a view or a window is no view. Nil is none, and allowed.
+void requireView(NSObject self, SEL selector, NSView view);
+
 // Takes a view out of the view or the window that it is in. The caller keeps it alive.
 void takeOut(NSView view);
 
