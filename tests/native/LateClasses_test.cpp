@@ -3,6 +3,7 @@
 
 #include "platform/native/ObjectiveC.h"
 
+#include <atomic>
 #include <deque>
 #include <thread>
 
@@ -70,6 +71,28 @@ TEST_F(LateClassTest, GroupsAreAttachedWhileThreadsLookUpConcurrently) {
     for (const ExtensionGroup& group : groups) EXPECT_TRUE(group.isAttached());
     for (int number = 0; number < count; ++number)
         EXPECT_EQ(answerOfInstance(native::loadedClass(nameOf(number).c_str())), 42u) << number;
+}
+
+TEST_F(LateClassTest, AGroupIsAttachedWhenItsConstructorIsDoneWhileThreadsLookUpConcurrently) {
+    static const ExtensionGroup waiting{"LateClassNever", "LateClassTest", {}};
+    const ::Class extended = define("LateClassExtendedOften");
+    std::atomic<bool> isDone{false};
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < 3; ++thread) {
+        threads.emplace_back([&] {
+            while (!isDone) runtime::lookUpClass("LateClassNever");
+        });
+    }
+    int missing = 0;
+    for (int number = 0; number < 3000; ++number) {
+        const std::string selector = "lateClassTest_answer" + std::to_string(number);
+        const ExtensionGroup group{
+            "LateClassExtendedOften", "LateClassTest", {instanceMethod(selector.c_str(), answer)}};
+        missing += !class_respondsToSelector(extended, sel_registerName(selector.c_str()));
+    }
+    isDone = true;
+    for (std::thread& thread : threads) thread.join();
+    EXPECT_EQ(missing, 0);
 }
 
 #if !defined(__APPLE__)
