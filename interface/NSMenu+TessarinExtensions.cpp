@@ -65,6 +65,7 @@ void setStateOfAllItems(NSMenu self, SEL, NSInteger state) {
             ++level.place;
             continue;
         }
+        level.place.fetchAhead();
         const id item = *level.place;
         Retained<id> kept;
         const NSMenu submenu = submenuOf(item, kept);
