@@ -12,8 +12,30 @@ using namespace tessarin;
 
 namespace {
 
-// The walk over one of the menus that are open inside each other. The items are kept, since an item's own
-// code may let go of its menu.
+// A message to the items of a menu, one after the other. An item's own code may take it out of the menu,
+// which alone keeps it: `kept` keeps it where the method is not that of the platform's items.
+template <class Signature>
+class ItemMessage;
+
+template <class Result, class... Arguments>
+class ItemMessage<Result(Arguments...)> {
+public:
+    explicit ItemMessage(SEL selector)
+        : message_(selector),
+          platformsMethod_(runtime::lookUpInClass(NSMenuItem::classObject().object(), selector)) {}
+
+    Result operator()(id item, Retained<id>& kept, Arguments... arguments) {
+        if (message_.methodOf(item) != platformsMethod_) kept = retain(item);
+        return message_(item, arguments...);
+    }
+
+private:
+    RepeatedMessage<Result(Arguments...)> message_;
+    Implementation platformsMethod_;
+};
+
+// The walk over one of the menus that are open inside each other. The list is kept, since an item's own code
+// may let go of its menu.
 struct Level {
     explicit Level(NSMenu menu) : items(retain(menu.itemArray())), place(items.begin()) {}
 
@@ -31,8 +53,8 @@ bool isWalkedLikeThis(NSMenu submenu) {
 }
 
 void setStateOfAllItems(NSMenu self, SEL, NSInteger state) {
-    RepeatedMessage<NSMenu()> submenuOf("submenu"_sel);
-    RepeatedMessage<void(NSInteger)> setState("setState:"_sel);
+    ItemMessage<NSMenu()> submenuOf("submenu"_sel);
+    ItemMessage<void(NSInteger)> setState("setState:"_sel);
     Level level(self);
     std::vector<Level> outerLevels; // that the level is inside of, the outermost first
     for (;;) {
@@ -44,16 +66,17 @@ void setStateOfAllItems(NSMenu self, SEL, NSInteger state) {
             continue;
         }
         const id item = *level.place;
-        const NSMenu submenu = submenuOf(item);
+        Retained<id> kept;
+        const NSMenu submenu = submenuOf(item, kept);
         if (submenu && isWalkedLikeThis(submenu)) {
             outerLevels.push_back(std::move(level));
             level = Level(submenu);
             continue;
         }
         if (submenu)
-            tessarin_setStateOfAllItems(submenu, state);
+            tessarin_setStateOfAllItems(retain(submenu), state);
         else
-            setState(item, state);
+            setState(item, kept, state);
         ++level.place;
     }
 }

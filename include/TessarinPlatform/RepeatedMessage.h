@@ -65,6 +65,11 @@ public:
                                                                     receiver, selector_, arguments...);
     }
 
+    // The method that a message to the receiver calls; null for nil.
+    Implementation methodOf(NSObject receiver) {
+        return receiver ? lookUp_(receiver.object(), selector_) : nullptr;
+    }
+
 private:
     SEL selector_;
     runtime::RepeatedLookUp lookUp_;

@@ -203,6 +203,55 @@ TEST_F(MenuExtensionsTest, AMenuThatIsChangedWhileASeparatorIsSoughtIsRefused) {
     EXPECT_THROWS_NAMED(tessarin_indexOfSeparatorItem(meddledMenu()), "NSGenericException");
 }
 
+// Items that take themselves out of the menu, which alone keeps them, when they are asked; once.
+bool leaves = false;
+bool isFreed = false;
+
+void leaveOnce(NSMenuItem item) {
+    if (std::exchange(leaves, false)) item.menu().removeItemAtIndex(item.menu().indexOfItem(item));
+}
+Class leavingItemClass() {
+    static const ClassDefinition definition{
+        {.name = "MenuExtensionsTestLeavingItem",
+         .superclass = "NSMenuItem",
+         .methods = {instanceMethod(
+                         "submenu",
+                         +[](NSMenuItem self, SEL) {
+                             leaveOnce(self);
+                             return NSMenu();
+                         }),
+                     instanceMethod(
+                         "setState:", +[](NSMenuItem, SEL, NSInteger) { EXPECT_FALSE(isFreed); }),
+                     instanceMethod(
+                         "isSeparatorItem",
+                         +[](NSMenuItem self, SEL) -> BOOL {
+                             leaveOnce(self);
+                             EXPECT_FALSE(isFreed);
+                             return YES;
+                         }),
+                     instanceMethod(
+                         "dealloc", +[](NSMenuItem self, SEL selector) {
+                             isFreed = true;
+                             sendSuper<void>(self, "MenuExtensionsTestLeavingItem"_class, selector);
+                         })}}};
+    return definition.classObject();
+}
+Retained<NSMenu> newMenuThatIsLeft() {
+    const AutoreleasePool pool;
+    leaves = isFreed = false;
+    Retained<NSMenu> menu = adopt(NSMenu::alloc().initWithTitle("menu"_ns));
+    menu.addItem(adopt(send<NSMenuItem>(NSObject(leavingItemClass().alloc()), "init"_sel)));
+    for (int item = 0; item < 3; ++item) add(menu, "item"_ns);
+    leaves = true;
+    return menu;
+}
+
+TEST_F(MenuExtensionsTest, AnItemThatLeavesWhenItsSubmenuIsAskedForIsKeptUntilTheRefusal) {
+    const Retained<NSMenu> menu = newMenuThatIsLeft();
+    EXPECT_THROWS_NAMED(tessarin_setStateOfAllItems(menu, NSOnState), "NSGenericException");
+    EXPECT_EQ(menu.numberOfItems(), 3);
+}
+
 // ---- The first separator
 
 TEST_F(MenuExtensionsTest, FindsTheFirstSeparator) {
