@@ -83,9 +83,13 @@ void setStateOfAllItems(NSMenu self, SEL, NSInteger state) {
 
 // -1 is what the menu itself answers for an item that it does not have, which is meant.
 NSInteger indexOfSeparatorItem(NSMenu self, SEL) {
-    RepeatedMessage<BOOL()> isSeparatorItem("isSeparatorItem"_sel);
-    for (const NSMenuItem item : self.itemArray())
-        if (isSeparatorItem(item) != NO) return self.indexOfItem(item);
+    ItemMessage<BOOL()> isSeparatorItem("isSeparatorItem"_sel);
+    const Retained<NSMenu> keptMenu = retain(self);
+    const Retained<NSArray> items = retain(self.itemArray());
+    for (const id item : items) {
+        Retained<id> kept;
+        if (isSeparatorItem(item, kept) != NO) return self.indexOfItem(as<NSMenuItem>(item));
+    }
     return -1;
 }
 

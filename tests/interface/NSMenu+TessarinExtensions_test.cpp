@@ -302,6 +302,33 @@ TEST_F(MenuExtensionsTest, TheFirstSeparatorIsThatOfTheItemsThatTheMenuAnswers) 
     isBackwards = false;
 }
 
+TEST_F(MenuExtensionsTest, ASeparatorThatLeavesTheMenuHasNoIndex) {
+    const Retained<NSMenu> menu = newMenuThatIsLeft();
+    EXPECT_EQ(tessarin_indexOfSeparatorItem(menu), -1);
+    EXPECT_EQ(menu.numberOfItems(), 3);
+}
+
+// A menu whose last owner is an item of it.
+Retained<NSMenu> menuLetGo;
+
+TEST_F(MenuExtensionsTest, AMenuThatIsLetGoOfWhileASeparatorIsSoughtIsKept) {
+    static const ClassDefinition definition{{.name = "MenuExtensionsTestOwningItem",
+                                             .superclass = "NSMenuItem",
+                                             .methods = {instanceMethod(
+                                                 "isSeparatorItem", +[](NSMenuItem, SEL) -> BOOL {
+                                                     menuLetGo.reset();
+                                                     return YES;
+                                                 })}}};
+    {
+        const AutoreleasePool pool;
+        Retained<NSMenu> menu = adopt(NSMenu::alloc().initWithTitle("menu"_ns));
+        add(menu, "item"_ns);
+        menu.addItem(as<NSMenuItem>(make(definition)));
+        menuLetGo = menu;
+    }
+    EXPECT_EQ(tessarin_indexOfSeparatorItem(menuLetGo), 1);
+}
+
 TEST_F(MenuExtensionsTest, AnItemThatCallsItselfASeparatorIsOne) {
     static const ClassDefinition definition{
         {.name = "MenuExtensionsTestOwnSeparator",
