@@ -1,17 +1,24 @@
 // Objects that only answer for another class have none of its data.
 #include "PlatformTest.h"
 
+#include <cstdint>
+
 namespace tessarin::testing {
 namespace {
 
 class StandInTest : public PlatformTest {
 protected:
+    // Its data would be taken for those of a colour space, if they were read.
     static Retained<NSObject> newStandIn() {
         static const ClassDefinition definition{
             {.name = "StandInTestObject",
+             .instanceVariables = {instanceVariable<std::uint64_t>("data")},
              .methods = {instanceMethod(
                  "isKindOfClass:", +[](NSObject, SEL, Class) -> BOOL { return YES; })}}};
-        return adopt(send<NSObject>(NSObject(definition.classObject().alloc()), "init"_sel));
+        Retained<NSObject> standIn =
+            adopt(send<NSObject>(NSObject(definition.classObject().alloc()), "init"_sel));
+        instanceVariableOf<std::uint64_t>(standIn, "data") = 0x0101'0101'0101'0101;
+        return standIn;
     }
     const Retained<NSObject> standIn_ = newStandIn();
 };
