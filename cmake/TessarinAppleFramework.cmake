@@ -33,7 +33,7 @@ function(tessarin_make_framework target)
     set_target_properties(
         ${target}
         PROPERTIES FRAMEWORK ON
-                   FRAMEWORK_VERSION A
+                   FRAMEWORK_VERSION ${TESSARIN_FRAMEWORK_VERSION}
                    INSTALL_NAME_DIR "@executable_path/../Frameworks"
                    BUILD_WITH_INSTALL_NAME_DIR ON
                    # What is added keeps the compatibility version; an application asks for no less than it was linked with.

@@ -49,7 +49,7 @@ function(tessarin_embed_framework target)
         set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${arg_BUNDLE}/Contents/MacOS)
     endif()
 
-    set(version A) # of the framework
+    get_target_property(version ${arg_LIBRARY} TESSARIN_FRAMEWORK_VERSION)
     set(place ../Frameworks/TessarinFoundation.framework)
     set(framework $<TARGET_FILE_DIR:${target}>/${place})
     set(contents ${framework}/Versions/${version})

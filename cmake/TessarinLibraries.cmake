@@ -109,7 +109,8 @@ function(tessarin_set_interface target kind)
                    OUTPUT_NAME ${TESSARIN_LIBRARY_NAME}
                    EXPORT_NAME ${TESSARIN_PLATFORM}_${kind}
                    TESSARIN_INCLUDE_DIRECTORY ${PROJECT_SOURCE_DIR}/include
-                   TESSARIN_VERSION ${PROJECT_VERSION})
+                   TESSARIN_VERSION ${PROJECT_VERSION}
+                   TESSARIN_FRAMEWORK_VERSION ${TESSARIN_FRAMEWORK_VERSION})
     if(TESSARIN_PLATFORM STREQUAL native)
         target_compile_definitions(${target} INTERFACE TESSARIN_NATIVE)
         if(NOT APPLE)

@@ -69,6 +69,7 @@ void setStateOfAllItems(NSMenu self, SEL, NSInteger state) {
             ++level.place;
             continue;
         }
+        level.place.fetchAhead();
         const id item = *level.place;
         const NSMenu submenu = submenuOf(item);
         if (submenu && isWalkedLikeThis(submenu)) {

@@ -34,7 +34,7 @@ for architecture in "${architectures[@]}"; do
     echo "Building for $architecture"
     cmake -G Ninja -S . -B "$build/$architecture" -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/zig-macos.cmake" -DZIG="$zig" \
         -DTESSARIN_MACOS_ARCHITECTURE="$architecture" -DTESSARIN_PLATFORM=native -DCMAKE_BUILD_TYPE=Release \
-        -DTESSARIN_BUILD_TESTS=OFF -DTESSARIN_BUILD_EXAMPLES=OFF >"$build/$architecture.log" ||
+        -DTESSARIN_BUILD_STATIC=OFF -DTESSARIN_BUILD_TESTS=OFF -DTESSARIN_BUILD_EXAMPLES=OFF >"$build/$architecture.log" ||
         { cat "$build/$architecture.log" >&2 && exit 1; }
     cmake --build "$build/$architecture" --parallel "${JOBS:-$(nproc)}"
     binaries+=("$build/$architecture/TessarinFoundation.framework/Versions/A/TessarinFoundation")

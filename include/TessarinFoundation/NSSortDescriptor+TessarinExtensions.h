@@ -8,6 +8,7 @@
 #pragma once
 
 #include "TessarinPlatform/detail/LibraryAnchor.h"
+#include "TessarinPlatform/detail/ObjectiveCOwnership.h"
 
 #if defined(__OBJC__)
 
@@ -17,7 +18,7 @@
 @interface NSSortDescriptor (TessarinExtensions)
 
 + (id)tessarin_sortDescriptorWithConfiguration:(NSDictionary*)configuration;
-- (id)tessarin_initWithConfiguration:(NSDictionary*)configuration;
+- (id)tessarin_initWithConfiguration:(NSDictionary*)configuration TESSARIN_INITIALISER;
 
 - (NSDictionary*)tessarin_configuration;
 

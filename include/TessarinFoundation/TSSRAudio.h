@@ -7,6 +7,7 @@
 
 #include "TessarinPlatform/AudioTypes.h"
 #include "TessarinPlatform/detail/LibraryAnchor.h"
+#include "TessarinPlatform/detail/ObjectiveCOwnership.h"
 
 #if defined(__OBJC__)
 #    import <Foundation/NSArray.h>
@@ -97,14 +98,15 @@ TESSARIN_EXPORT TESSARIN_PLATFORM_TYPE(AudioUnitParameterInfo)
 // and nil is stored for the manufacturer. nil when the platform gives no name for the component, and for a
 // null component; then nothing is stored.
 //
-// `manufacturer` may be null. A string stored through it is retained for the caller, who releases it.
+// `manufacturer` may be null. A string stored through it is retained for the caller, who releases it; with
+// automatic reference counting it is stored in a strong variable, which is nil before.
 //
 //   NSString manufacturer;
 //   NSString name = TSSRGetAudioComponentName(component, &manufacturer); // «Delay», and «Acme»
 //   Retained<NSString> owned = adopt(manufacturer);
 TESSARIN_EXPORT TESSARIN_FACE(NSString)
     TSSRGetAudioComponentName(TESSARIN_PLATFORM_TYPE(AudioComponent) component,
-                              TESSARIN_FACE(NSString) * manufacturer);
+                              TESSARIN_FACE(NSString) TESSARIN_STORED_RETAINED* manufacturer);
 
 // A component's identity as one line, autoreleased: the manufacturer name and ": " unless the name is nil,
 // then the type, subtype and manufacturer codes as four characters each, separated by "; ". An empty
@@ -132,7 +134,8 @@ TESSARIN_EXPORT TESSARIN_FACE(NSString) TSSRIdentifierStringFromAudioComponentDe
 //   const Retained<NSString> owned = adopt(maker);
 TESSARIN_EXPORT TESSARIN_PLATFORM_TYPE(AudioComponentDescription)
     TSSRAudioComponentDescriptionFromIdentifierString(TESSARIN_FACE(NSString) identifier,
-                                                      TESSARIN_FACE(NSString) * manufacturer);
+                                                      TESSARIN_FACE(NSString)
+                                                          TESSARIN_STORED_RETAINED* manufacturer);
 
 // Whether two descriptions are of the same component: equal type, subtype and manufacturer. The flags do not
 // count.

@@ -6,7 +6,9 @@
 #include "platform/native/ObjectiveC.h"
 #include "platform/native/Waiting.h"
 
+#include <atomic>
 #include <bit>
+#include <deque>
 #include <iterator>
 #include <mutex>
 #include <set>
@@ -40,19 +42,21 @@ struct NewClass {
     std::vector<Method> methods;
 };
 
+// Stays where it was made, and only `record.attached` changes, under the registry's mutex.
 struct Group {
-    std::size_t position; // in the record
-    std::string className;
+    ExtensionGroupRecord record;
     std::vector<Method> methods;
 };
 
+// The mutex is never held while the runtime is asked: that holds its own lock when it reports a loaded class,
+// and two threads that took the two locks in opposite order would wait for ever.
 struct Registry {
     std::mutex mutex;
-    std::vector<ExtensionGroupRecord> groups;
+    std::deque<Group> groups;
     std::set<std::string> definedNames;
-    std::vector<Group> waitingGroups;
     std::vector<NewClass> waitingClasses;
-    std::atomic<bool> isAnyWaiting{false};
+    // Groups that are not attached, and classes that are not defined.
+    std::atomic<std::size_t> waitingCount{0};
 };
 
 // Never destroyed: classes are looked up by destructors of other static objects too.
@@ -75,7 +79,7 @@ std::vector<Method> methodsOf(std::initializer_list<MethodRow> rows) {
 }
 
 bool attachIfPossible(const Group& group) {
-    const ::Class extended = loadedClass(group.className.c_str());
+    const ::Class extended = loadedClass(group.record.className.c_str());
     if (!extended) return false;
     for (const Method& method : group.methods) {
         const ::Class holder = holderOf(method, extended);
@@ -106,91 +110,108 @@ bool defineIfPossible(const NewClass& description) {
     return true;
 }
 
-template <class Element>
-void append(std::vector<Element>& target, std::vector<Element>& source) {
-    target.insert(target.end(), std::make_move_iterator(source.begin()),
-                  std::make_move_iterator(source.end()));
+// Attaches those groups that are not attached, and that fit, as far as their classes exist. Threads may
+// attach the same group at once, which comes to the same; so none has to leave it to another that is not done
+// yet.
+template <class Fits>
+void attachGroups(Fits fits) {
+    Registry& all = registry();
+    std::vector<Group*> groups;
+    {
+        const std::lock_guard lock(all.mutex);
+        for (Group& group : all.groups) {
+            if (!group.record.attached && fits(group)) groups.push_back(&group);
+        }
+    }
+    std::erase_if(groups, [](const Group* group) { return !attachIfPossible(*group); });
+    const std::lock_guard lock(all.mutex);
+    for (Group* group : groups) {
+        if (!std::exchange(group->record.attached, true)) --all.waitingCount;
+    }
 }
 
-// What waits is taken out while `settle` asks the runtime and leaves the rest: the runtime holds its own lock
-// when it reports a loaded class, and two threads that took the two locks in opposite order would wait for
-// ever.
-template <class Settle>
-void settleWaiting(Settle settle) {
+// A class can be made only once: each is taken out while it is attempted.
+void defineWaiting() {
     Registry& all = registry();
-    if (!all.isAnyWaiting.load(std::memory_order_acquire)) return;
     std::vector<NewClass> classes;
-    std::vector<Group> groups;
     {
         const std::lock_guard lock(all.mutex);
         classes.swap(all.waitingClasses);
-        groups.swap(all.waitingGroups);
     }
-    std::vector<std::size_t> attached;
-    const auto attach = [&](const Group& group) {
-        const bool isAttached = attachIfPossible(group);
-        if (isAttached) attached.push_back(group.position);
-        return isAttached;
-    };
-    settle(classes, groups, attach);
-
+    // A class that is defined may be the superclass that another waits for, in any order.
+    std::size_t definedCount = 0;
+    while (const std::size_t count = std::erase_if(classes, defineIfPossible)) definedCount += count;
     const std::lock_guard lock(all.mutex);
-    for (const std::size_t position : attached) all.groups[position].attached = true;
-    append(all.waitingClasses, classes);
-    append(all.waitingGroups, groups);
-    all.isAnyWaiting.store(!all.waitingClasses.empty() || !all.waitingGroups.empty(),
-                           std::memory_order_release);
+    all.waitingCount -= definedCount;
+    all.waitingClasses.insert(all.waitingClasses.end(), std::make_move_iterator(classes.begin()),
+                              std::make_move_iterator(classes.end()));
 }
 
 #if !defined(__APPLE__)
 
 // A class may be loaded after the groups that extend it: those of a library of its own that is initialised
 // later, or of the application itself. An application that only sends messages never looks a class up through
-// this library, so the runtime is asked to tell. While NSBundle loads a bundle it listens there itself; what
-// such a bundle brings is attached when a class is looked up next.
+// this library, so the runtime is asked to tell.
 void (*nextLoadCallback)(::Class, objc_category*);
 
 void classWasLoaded(::Class loaded, objc_category* category) {
     if (nextLoadCallback) nextLoadCallback(loaded, category);
-    if (category) return;
+    if (category || registry().waitingCount == 0) return;
     // Of the other classes that are being loaded some may not be complete yet.
-    settleWaiting([&](auto&, std::vector<Group>& groups, auto attach) {
-        std::erase_if(groups, [&](const Group& group) {
-            return group.className == class_getName(loaded) && attach(group);
-        });
-    });
+    attachGroups([&](const Group& group) { return group.record.className == class_getName(loaded); });
 }
 
+// While NSBundle loads a bundle it listens in this place itself, and leaves it empty afterwards.
+void listenAgain() {
+    decltype(_objc_load_callback) nobody = nullptr;
+    std::atomic_ref(_objc_load_callback).compare_exchange_strong(nobody, classWasLoaded);
+}
+
+::BOOL (*originalLoad)(::id bundle, ::SEL selector);
+
+::BOOL loadAndAttach(::id bundle, ::SEL selector) {
+    const ::BOOL isLoaded = originalLoad(bundle, selector);
+    native::attachWaiting();
+    return isLoaded;
+}
+
+// NSBundle is asked by a method in front of its own and not by its notification: to observe that, messages
+// would have to be sent before the program has begun.
 [[maybe_unused]] const bool isTold = [] {
     nextLoadCallback = std::exchange(_objc_load_callback, classWasLoaded);
+    originalLoad = replaceMethod("NSBundle", "load", loadAndAttach);
     return true;
 }();
+
+#else
+
+void listenAgain() {} // nothing listens there
 
 #endif
 
 } // namespace
 
 void native::attachWaiting() {
-    settleWaiting([](std::vector<NewClass>& classes, std::vector<Group>& groups, auto attach) {
-        // A class that is defined may be the superclass that another waits for, in any order.
-        while (std::erase_if(classes, defineIfPossible) > 0) {
-        }
-        std::erase_if(groups, attach);
-    });
+    if (registry().waitingCount == 0) return;
+    listenAgain();
+    defineWaiting();
+    attachGroups([](const Group&) { return true; });
 }
 
+// Its own entry comes first, and whatever happens on other threads. Only then it is left to them as well, and
+// looked for once more: the class may have come in between.
 ExtensionGroup::ExtensionGroup(const char* className, const char* groupName,
                                std::initializer_list<MethodRow> methods) {
     Registry& all = registry();
-    ExtensionGroupRecord record{className, groupName, {}, false};
+    Group group{{className, groupName, {}, false}, methodsOf(methods)};
     for (const MethodRow& row : methods)
-        record.selectors.push_back((row.isClassMethod ? "+" : "-") + std::string(row.selector));
+        group.record.selectors.push_back((row.isClassMethod ? "+" : "-") + std::string(row.selector));
+    group.record.attached = attachIfPossible(group);
     {
         const std::lock_guard lock(all.mutex);
+        if (!group.record.attached) ++all.waitingCount;
         position_ = all.groups.size();
-        all.groups.push_back(std::move(record));
-        all.waitingGroups.push_back({position_, className, methodsOf(methods)});
-        all.isAnyWaiting.store(true, std::memory_order_release);
+        all.groups.push_back(std::move(group));
     }
     native::attachWaiting();
 }
@@ -199,14 +220,16 @@ bool ExtensionGroup::isAttached() const {
     native::attachWaiting();
     Registry& all = registry();
     const std::lock_guard lock(all.mutex);
-    return all.groups[position_].attached;
+    return all.groups[position_].record.attached;
 }
 
 std::vector<ExtensionGroupRecord> extensionGroups() {
     native::attachWaiting();
     Registry& all = registry();
+    std::vector<ExtensionGroupRecord> records;
     const std::lock_guard lock(all.mutex);
-    return all.groups;
+    for (const Group& group : all.groups) records.push_back(group.record);
+    return records;
 }
 
 ClassDefinition::ClassDefinition(const ClassTable& table) : name_(table.name) {
@@ -220,12 +243,14 @@ ClassDefinition::ClassDefinition(const ClassTable& table) : name_(table.name) {
     if (!isTaken) {
         const std::lock_guard lock(all.mutex);
         isTaken = !all.definedNames.insert(name_).second;
-        if (!isTaken) {
-            all.waitingClasses.push_back(std::move(description));
-            all.isAnyWaiting.store(true, std::memory_order_release);
-        }
     }
     if (isTaken) raise(NSInvalidArgumentException(), NSString("a class named " + name_ + " exists already"));
+    if (!defineIfPossible(description)) {
+        const std::lock_guard lock(all.mutex);
+        all.waitingClasses.push_back(std::move(description));
+        ++all.waitingCount;
+    }
+    // For what waits for this class; and the superclass may have come in between.
     native::attachWaiting();
 }
 

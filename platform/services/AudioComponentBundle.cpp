@@ -4,6 +4,7 @@
 #include "TessarinPlatform/NSFileManager.h"
 #include "TessarinPlatform/NSNumber.h"
 #include "TessarinPlatform/NSPropertyListSerialization.h"
+#include "platform/services/BooleanNumbers.h"
 
 #include <cmath>
 #include <limits>
@@ -73,10 +74,6 @@ NSString readName(NSDictionary entry, NSString& name) {
     if (!value) return "has no name"_ns;
     name = kindOf<NSString>(value);
     return name ? nil : "has a name that is no string"_ns;
-}
-
-bool isBoolean(NSNumber number) {
-    return std::string_view("cCB").find(*number.objCType()) != std::string_view::npos;
 }
 
 NSString readVersion(NSDictionary entry, UInt32& version) {

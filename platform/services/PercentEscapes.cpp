@@ -1,11 +1,11 @@
 #include "TessarinPlatform/PercentEscapes.h"
 
 #include "platform/services/ExactStrings.h"
+#include "platform/services/HexadecimalDigits.h"
 #include "platform/services/TextEncodings.h"
 #include "platform/services/Utf8.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
 #include <cstring>
 #include <string>
@@ -188,17 +188,10 @@ private:
 
 // ---- Replacing
 
-// The values of hexadecimal digits; more than a byte can hold for any other unit.
-constexpr unsigned noDigit = 0x1000;
-constexpr auto digitValues = [] {
-    std::array<std::uint16_t, 0x80> values{};
-    values.fill(noDigit);
-    for (std::uint16_t value = 0; value < 10; ++value) values['0' + value] = value;
-    for (std::uint16_t value = 10; value < 16; ++value)
-        values['A' + value - 10] = values['a' + value - 10] = value;
-    return values;
-}();
-constexpr unsigned valueOfDigit(unichar unit) { return isAscii(unit) ? digitValues[unit] : noDigit; }
+// The byte of two digits; more than a byte can hold where either is none.
+constexpr unsigned byteOfDigits(unichar high, unichar low) {
+    return static_cast<unsigned>(hexadecimalValue(high) << 4 | hexadecimalValue(low));
+}
 
 // Four units at a time.
 constexpr std::size_t laneCount = 4;
@@ -244,7 +237,7 @@ char* replaceInAscii(std::u16string_view& units, bool isLast, char* place) {
             *place++ = static_cast<char>(*next);
         }
         if (end - next < 3) break;
-        const unsigned byte = valueOfDigit(next[1]) << 4 | valueOfDigit(next[2]);
+        const unsigned byte = byteOfDigits(next[1], next[2]);
         if (byte > 0x7F) return nullptr;
         *place++ = static_cast<char>(byte);
         next += 3;
@@ -303,7 +296,7 @@ private:
         std::size_t count = 0;
         const unichar* next = units.data();
         for (std::size_t left = units.size(); left >= 3 && *next == u'%'; left -= 3, next += 3) {
-            const unsigned byte = valueOfDigit(next[1]) << 4 | valueOfDigit(next[2]);
+            const unsigned byte = byteOfDigits(next[1], next[2]);
             if (byte > 0xFF) return false;
             bytes[count++] = static_cast<char>(static_cast<std::uint8_t>(byte));
         }

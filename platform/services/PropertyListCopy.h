@@ -11,8 +11,7 @@
 // - newMutableContainer(source, kind) makes a container of the same items, which the caller owns;
 //   countOf(container, kind) is how many there are;
 // - mayStay(leaf, kind) says whether the copy may hold the very object; otherwise newLeaf(leaf, kind) makes
-// an
-//   immutable one that is equal, which the caller owns;
+//   an immutable one that is equal, which the caller owns;
 // - CopiedContents(container, kind) walks a new mutable container: next(object) finds its objects one after
 //   the other and answers false at the end, replace(object) puts another in the place of the last found.
 #pragma once

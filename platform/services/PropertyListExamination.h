@@ -25,6 +25,8 @@
 
 #include "TessarinPlatform/NSPropertyListSerialization.h"
 
+#include <utility>
+
 namespace tessarin {
 
 template <class Platform>
@@ -39,7 +41,7 @@ public:
             return "there is no such format";
         root_ = root;
         ++objectCount_;
-        const PropertyListKind kind = kinds_.of(root);
+        const PropertyListKind kind = kinds_.of(root, [&] { hold(root); });
         if (!isContainer(kind))
             admitLeaf(root, kind);
         else if (enter(root, kind))
@@ -86,7 +88,7 @@ private:
         constexpr const char* recursion = "property lists cannot contain recursive container references";
         if (container == root_ && !open_.isEmpty()) return refuse(recursion);
         const bool isForeign = Platform::isForeign(container, kind);
-        if (isForeign && !holds_) holdAll();
+        if (isForeign) holdAll();
         std::size_t number = notNumbered;
         // What has a single owner is met once. To be inside itself without being the root it would need two:
         // the container that holds it, and the way in.
@@ -100,10 +102,11 @@ private:
         return true;
     }
 
-    // Other code that is asked for a container's contents may change or release what is being walked, and may
-    // hold what it answers in no way that counts. From then on every container is held and remembered.
+    // Other code that is asked for a container's contents, or for an object's class, may change or release
+    // what is being walked, and may hold what it answers in no way that counts. From then on every container
+    // is held and remembered.
     void holdAll() {
-        holds_ = true;
+        if (std::exchange(holds_, true)) return;
         for (const Met& met : met_) held_.push_back(retain(met.container));
         for (std::size_t level = 0; level < open_.size(); ++level) {
             Open& open = open_[level];
@@ -113,6 +116,13 @@ private:
             met_.push_back({container, false});
             held_.push_back(retain(container));
         }
+    }
+
+    // The same, with objects that are about to be looked at.
+    void hold(NSObject object, NSObject key = nil) {
+        holdAll();
+        held_.push_back(retain(object));
+        if (key) held_.push_back(retain(key));
     }
 
     void walk() {
@@ -134,12 +144,13 @@ private:
     NSObject nextContainer(Contents& contents, PropertyListKind& kind) {
         NSObject key, object;
         while (contents.next(key, object)) {
-            if (contents.isDictionary() && !kinds_.isString(key)) [[unlikely]] {
+            const auto holdBoth = [&] { hold(object, key); };
+            if (contents.isDictionary() && !kinds_.isString(key, holdBoth)) [[unlikely]] {
                 refuse("property list dictionaries may only have keys which are CFStrings, not '"
                        + propertyListTypeName(key) + "'");
                 return nil;
             }
-            kind = kinds_.of(object);
+            kind = kinds_.of(object, holdBoth);
             if (isContainer(kind)) return object;
             if (!admitLeaf(object, kind)) return nil;
         }

@@ -4,6 +4,7 @@
 #include "TessarinPlatform/NSDate.h"
 #include "TessarinPlatform/NSDictionary.h"
 #include "TessarinPlatform/NSNumber.h"
+#include "platform/services/BooleanNumbers.h"
 
 namespace tessarin {
 
@@ -27,12 +28,10 @@ bool isKindOfItsClass(NSObject object) {
 }
 
 // Other objects count as of no particular type.
-std::string propertyListTypeName(NSObject object) {
+std::string propertyListTypeName(NSObject asked) {
+    const Retained<NSObject> object = retain(asked); // to be asked is other code
     const auto isOf = [&](Class classObject) { return classObject && object.isKindOfClass(classObject); };
-    if (const auto number = kindOf<NSNumber>(object)) {
-        const char kind = number.objCType()[0];
-        return kind == 'c' || kind == 'C' || kind == 'B' ? "CFBoolean" : "CFNumber";
-    }
+    if (const auto number = kindOf<NSNumber>(object)) return isBoolean(number) ? "CFBoolean" : "CFNumber";
     if (isOf("NSNull"_class)) return "CFNull";
     if (isOf("NSDate"_class)) return "CFDate";
     if (isOf("NSData"_class)) return "CFData";

@@ -30,29 +30,41 @@ std::string propertyListTypeName(NSObject object);
 
 // Kinds of many objects, each class asked once. `Platform::classOf` answers the class of an object that is
 // not nil.
+//
+// An object that answers for its class itself is asked each time, which is other code: it may say something
+// else than before, and release what stands around it. `beforeOtherCode()` is called first, for what has to
+// be held meanwhile.
 template <class Platform>
 class PropertyListKinds {
 public:
-    PropertyListKind of(NSObject object) {
+    template <class BeforeOtherCode>
+    PropertyListKind of(NSObject object, BeforeOtherCode&& beforeOtherCode) {
         if (!object) return PropertyListKind::other;
         const Object* const classObject = Platform::classOf(object);
         const std::uint64_t spread = reinterpret_cast<std::uintptr_t>(classObject) * 0x9E3779B97F4A7C15u;
         Entry& entry = entries_[spread >> (64 - entryBits)];
         if (entry.classObject == classObject) [[likely]]
             return entry.kind;
-        const PropertyListKind kind = askForPropertyListKind(object);
-        if (isKindOfItsClass(object)) {
-            entry = {classObject, kind};
-            if (kind == PropertyListKind::string) stringClass_ = classObject;
+        if (!isKindOfItsClass(object)) {
+            beforeOtherCode();
+            return askForPropertyListKind(object);
         }
+        const PropertyListKind kind = askForPropertyListKind(object);
+        entry = {classObject, kind};
+        if (kind == PropertyListKind::string) stringClass_ = classObject;
         return kind;
+    }
+    // Where everything is held.
+    PropertyListKind of(NSObject object) {
+        return of(object, [] {});
     }
 
     // Whether an object is a string. Nearly all keys are of one class.
-    bool isString(NSObject object) {
+    template <class BeforeOtherCode>
+    bool isString(NSObject object, BeforeOtherCode&& beforeOtherCode) {
         if (object && Platform::classOf(object) == stringClass_) [[likely]]
             return true;
-        return of(object) == PropertyListKind::string;
+        return of(object, beforeOtherCode) == PropertyListKind::string;
     }
 
 private:

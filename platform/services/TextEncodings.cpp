@@ -28,9 +28,7 @@ bool encodeAscii(std::u16string_view units, std::string& bytes) {
 constexpr char32_t byteOrderMark = 0xFEFF, lastCharacter = 0x10FFFF;
 
 bool hasUnpairedSurrogate(std::u16string_view units) {
-    for (std::size_t index = 0; index < units.size();)
-        if (utf8::isSurrogate(utf8::nextCharacter(units.data(), units.size(), index))) return true;
-    return false;
+    return utf8::hasUnpairedSurrogate(units.data(), units.size());
 }
 
 // In one go, since the units are never more than the bytes.

@@ -62,9 +62,21 @@ inline bool isContinuation(unsigned char byte) { return (byte & 0xC0) == 0x80; }
 
 } // namespace detail
 
+template <class Unit>
+inline bool isAscii(const Unit* units, std::size_t length) {
+    return detail::asciiPrefix(units, length) == length;
+}
 inline bool isAscii(std::string_view text) {
-    return detail::asciiPrefix(reinterpret_cast<const unsigned char*>(text.data()), text.size())
-           == text.size();
+    return isAscii(reinterpret_cast<const unsigned char*>(text.data()), text.size());
+}
+
+// Whether a span of units has a surrogate that is no half of a pair.
+template <class Unit>
+inline bool hasUnpairedSurrogate(const Unit* units, std::size_t length) {
+    if constexpr (sizeof(Unit) > 1)
+        for (std::size_t index = 0; index < length;)
+            if (isSurrogate(nextCharacter(units, length, index))) return true;
+    return false;
 }
 
 // The length of the well-formed sequence of more than one byte at the start of a text, and its character; 0

@@ -1,6 +1,5 @@
 // Operations that remove or move nothing ask for no memory.
-#include "CountedMemory.h"
-
+#include "MemoryRequests.h"
 #include "PlatformTest.h"
 
 #include "TessarinFoundation/NSArray+TessarinExtensions.h"

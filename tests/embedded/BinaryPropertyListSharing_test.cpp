@@ -209,7 +209,7 @@ TEST_F(BinaryPropertyListSharingTest, TheReferenceThatIsOneTooManyIsNamed) {
     const std::string lastReference = std::to_string(offset + objects[4].size() - 2);
     for (const auto options : {NSPropertyListMutableContainers, NSPropertyListMutableContainersAndLeaves})
         EXPECT_EQ(refusal(document(objects), options),
-                  "Too many copies of shared mutable objects in object 4 at offset " + lastReference);
+                  "Too many references to shared objects in object 4 at offset " + lastReference);
     EXPECT_EQ(refusal(document(objects), NSPropertyListImmutable), "(read)");
 }
 

@@ -62,6 +62,45 @@ TEST_F(ContainerDescriptionTest, DatesAreInUniversalTime) {
     EXPECT_EQ(shown(1e300).substr(0, 5), "10000");
 }
 
+// ---- Descriptions that would be larger than memory
+
+constexpr std::size_t longest = std::size_t{64} << 20;
+
+// An array of which each level holds the next one twice.
+NSArray doubled(int levels) {
+    NSArray array = NSArray::arrayOf("innermost"_ns);
+    for (int level = 0; level < levels; ++level) array = NSArray::arrayOf(array, array);
+    return array;
+}
+
+TEST_F(ContainerDescriptionTest, AContainerInManyPlacesIsShownInFewOfThem) {
+    const auto shown = text(doubled(20).description());
+    EXPECT_GT(shown.size(), longest);
+    EXPECT_LT(shown.size(), longest + longest / 16);
+    EXPECT_TRUE(shown.ends_with("),\n    ...\n)")) << shown.substr(shown.size() - 80);
+}
+
+TEST_F(ContainerDescriptionTest, ALongTextInManyPlacesIsShownInFewOfThem) {
+    const NSString longText = NSString(std::string(longest / 8, 'x'));
+    const NSMutableArray array = NSMutableArray::array();
+    for (int place = 0; place < 20; ++place) array.addObject(longText);
+    array.addObject("short"_ns);
+    array.addObject("short"_ns);
+    const auto shown = text(array.description());
+    EXPECT_LT(shown.size(), longest + longest / 4);
+    EXPECT_TRUE(shown.ends_with(",\n    ...,\n    ...,\n    short,\n    short\n)"))
+        << shown.substr(shown.size() - 80);
+}
+
+TEST_F(ContainerDescriptionTest, TheAttributesOfAllRunsAreOneDescription) {
+    const Retained<NSMutableAttributedString> string =
+        adopt(NSMutableAttributedString::alloc().initWithString("abc"_ns));
+    for (NSUInteger place = 0; place < 3; ++place)
+        string.addAttribute_value_range(
+            "k"_ns, NSArray::arrayOf(doubled(20), NSNumber::numberWithUnsignedInteger(place)), {place, 1});
+    EXPECT_LT(text(string.description()).size(), longest + longest / 8);
+}
+
 // ---- Reasons
 
 TEST_F(CollectionReasonsTest, NameTheIndexAndTheBounds) {

@@ -124,6 +124,17 @@ TEST_F(BundleLanguagesTest, ADamagedFileIsNone) {
               "plain");
 }
 
+TEST_F(BundleLanguagesTest, ATableWhoseNameNoFileCanHaveIsNone) {
+    const TemporaryFolder folder;
+    folder.write("Resources/\uFFFD.strings", "k = \"of the replacement character\";");
+    const NSBundle bundle = NSBundle::bundleWithPath(NSString(folder.path().string()));
+    const auto textIn = [&](const std::u16string& table) {
+        return text(bundle.localizedStringForKey_value_table("k"_ns, nil, NSString(table)));
+    };
+    EXPECT_EQ(textIn(u"\uFFFD"), "of the replacement character");
+    EXPECT_EQ(textIn({0xD800}), "k"); // a surrogate without its other half
+}
+
 // This program holds the platform itself, so that its folder is that of the array's class.
 TEST_F(BundleLanguagesTest, TheReasonOfAnObjectThatIsNotContainedIsATextOfTheBundle) {
     const fs::path resources = testProgram().parent_path() / "Resources";

@@ -102,43 +102,43 @@ TEST_F(NSIndexSetCodingTest, BytesThatEndTooSoonRaise) {
     for (const std::vector<std::uint8_t>& bytes :
          {std::vector<std::uint8_t>{}, {1}, {1, 1}, {1, 1, 5}, {1, 1, 5, 0x80}}) {
         writeRuns(2, bytes);
-        EXPECT_THROWS_NAMED(read(), "NSInvalidArgumentException") << bytes.size();
+        EXPECT_THROWS_NAMED(read(), "NSInvalidUnarchiveOperationException") << bytes.size();
     }
 }
 
 TEST_F(NSIndexSetCodingTest, BytesLeftOverRaise) {
     writeRuns(2, {1, 1, 5, 1, 9});
-    EXPECT_THROWS_NAMED(read(), "NSInvalidArgumentException");
+    EXPECT_THROWS_NAMED(read(), "NSInvalidUnarchiveOperationException");
 }
 
 TEST_F(NSIndexSetCodingTest, MissingBytesRaise) {
     record_.integers["NSRangeCount"] = std::numeric_limits<std::int64_t>::max();
-    EXPECT_THROWS_NAMED(read(), "NSInvalidArgumentException");
+    EXPECT_THROWS_NAMED(read(), "NSInvalidUnarchiveOperationException");
     record_.objects["NSRangeData"] = retain(NSObject("text"_ns));
-    EXPECT_THROWS_NAMED(read(), "NSInvalidArgumentException");
+    EXPECT_THROWS_NAMED(read(), "NSInvalidUnarchiveOperationException");
 }
 
 TEST_F(NSIndexSetCodingTest, RunsThatAreNoneRaise) {
     writeRuns(2, {1, 0, 5, 1}); // empty
-    EXPECT_THROWS_NAMED(read(), "NSInvalidArgumentException");
+    EXPECT_THROWS_NAMED(read(), "NSInvalidUnarchiveOperationException");
     writeRuns(2, {1, 4, 3, 1}); // one over the other
-    EXPECT_THROWS_NAMED(read(), "NSInvalidArgumentException");
+    EXPECT_THROWS_NAMED(read(), "NSInvalidUnarchiveOperationException");
     writeRuns(2, {5, 1, 1, 1}); // backwards
-    EXPECT_THROWS_NAMED(read(), "NSInvalidArgumentException");
+    EXPECT_THROWS_NAMED(read(), "NSInvalidUnarchiveOperationException");
 }
 
 TEST_F(NSIndexSetCodingTest, IndexesThatAreTooHighRaise) {
     record_.integers = {{"NSRangeCount", 1}, {"NSLocation", NSNotFound}, {"NSLength", 1}};
-    EXPECT_THROWS_NAMED(read(), "NSInvalidArgumentException");
+    EXPECT_THROWS_NAMED(read(), "NSInvalidUnarchiveOperationException");
     record_.integers = {{"NSRangeCount", 1}, {"NSLocation", -1}, {"NSLength", 1}};
-    EXPECT_THROWS_NAMED(read(), "NSInvalidArgumentException");
+    EXPECT_THROWS_NAMED(read(), "NSInvalidUnarchiveOperationException");
     record_.integers = {{"NSRangeCount", 1}, {"NSLocation", 1}, {"NSLength", NSNotFound}};
-    EXPECT_THROWS_NAMED(read(), "NSInvalidArgumentException");
+    EXPECT_THROWS_NAMED(read(), "NSInvalidUnarchiveOperationException");
     record_.integers = {{"NSRangeCount", -1}};
-    EXPECT_THROWS_NAMED(read(), "NSInvalidArgumentException");
+    EXPECT_THROWS_NAMED(read(), "NSInvalidUnarchiveOperationException");
     constexpr std::uint8_t full = 0xFF; // seven bits, and more to come
     writeRuns(2, {full, full, full, full, full, full, full, full, full, full, 0, 1, 1, 1});
-    EXPECT_THROWS_NAMED(read(), "NSInvalidArgumentException");
+    EXPECT_THROWS_NAMED(read(), "NSInvalidUnarchiveOperationException");
 }
 
 TEST_F(NSIndexSetCodingTest, ACoderWithoutKeysRaises) {

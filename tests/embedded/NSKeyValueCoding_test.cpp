@@ -109,6 +109,13 @@ TEST_F(EmbeddedKeyValueCodingTest, AnArrayInItselfRaises) {
     circular.removeAllObjects();
 }
 
+TEST_F(EmbeddedKeyValueCodingTest, ArraysThatStandForMoreItemsThanThereIsTimeForRaise) {
+    NSArray array = NSArray::arrayOf(NSMutableDictionary::dictionary());
+    for (int level = 0; level < 40; ++level) array = NSArray::arrayOf(array, array);
+    EXPECT_THROWS_NAMED(array.valueForKey("k"_ns), "NSInvalidArgumentException");
+    EXPECT_THROWS_NAMED((array.setValue_forKey("v"_ns, "k"_ns), 0), "NSInvalidArgumentException");
+}
+
 TEST_F(EmbeddedKeyValueCodingTest, APathWithManyOperatorsRaises) {
     const auto path = [](int operators) {
         std::string text;

@@ -1,6 +1,8 @@
 // What the embedded platform says and does beyond what every platform has in common.
 #include "PlatformTest.h"
 
+#include "TessarinPlatform/PropertyLists.h"
+
 #include <limits>
 #include <utility>
 
@@ -41,6 +43,28 @@ std::string reasonAgainstWriting(NSObject object,
     EXPECT_EQ(written(object, &error, format), nil);
     EXPECT_EQ(error.code(), 3851);
     return reasonOf(error);
+}
+
+TEST_F(NSPropertyListSerializationTest, ACharOfAnApplicationsOwnClassIsABooleanWhereverItIsKept) {
+    static const ClassDefinition definition{
+        {.name = "NSPropertyListSerializationTestChar",
+         .superclass = "NSNumber",
+         .methods = {instanceMethod(
+                         "objCType", +[](NSNumber, SEL) -> const char* { return "c"; }),
+                     instanceMethod(
+                         "boolValue", +[](NSNumber, SEL) -> BOOL { return YES; }),
+                     instanceMethod(
+                         "longLongValue", +[](NSNumber, SEL) -> long long { return 5; })}}};
+    const Retained<NSNumber> five = adopt(as<NSNumber>(NSObject(definition.classObject().alloc())));
+    EXPECT_TRUE(five.isEqualToNumber(NSNumber::numberWithInt(5)));
+    const auto readBack = [&](NSPropertyListFormat format) {
+        return NSPropertyListSerialization::propertyListWithData_options_format_error(
+            written(five, nullptr, format), NSPropertyListImmutable, nullptr, nullptr);
+    };
+    const NSNumber yes = NSNumber::numberWithBool(true);
+    EXPECT_EQ(readBack(NSPropertyListXMLFormat_v1_0), yes);
+    EXPECT_EQ(readBack(NSPropertyListBinaryFormat_v1_0), yes);
+    EXPECT_EQ(propertyListWithMutableContainers(five, nullptr), yes);
 }
 
 TEST_F(NSPropertyListSerializationTest, AProblemInADocumentIsToldWithItsLine) {

@@ -69,11 +69,20 @@ const ClassDefinition definition{
          instanceMethod("decodeDoubleForKey:", decodeDouble),
          instanceMethod("decodeBytesForKey:returnedLength:", decodeBytes)}}};
 
+// ---- PosingCoder: the same, and says that it is whatever it is taken for
+
+const ClassDefinition posingDefinition{
+    {.name = "PosingCoder",
+     .superclass = "DictionaryCoder",
+     .methods = {instanceMethod(
+         "isKindOfClass:", +[](NSObject, SEL, Class) -> BOOL { return YES; })}}};
+
 class OtherCodersTest : public PlatformTest {
 protected:
     // What an object is after it was encoded and decoded, and the keys that it used.
-    void expectToComeBack(NSObject object, const Texts& keys) {
-        const auto coder = adopt(send<DictionaryCoder>(DictionaryCoder::alloc(), "init"_sel));
+    void expectToComeBack(NSObject object, const Texts& keys,
+                          Class coderClass = DictionaryCoder::classObject()) {
+        const auto coder = adopt(send<DictionaryCoder>(coderClass.alloc(), "init"_sel));
         send<void>(object, "encodeWithCoder:"_sel, coder);
         EXPECT_EQ(texts(coder.values().allKeys()), keys);
         const Class objectClass = send<Class>(object, "classForCoder"_sel);
@@ -93,6 +102,22 @@ TEST_F(OtherCodersTest, ValuesComeBack) {
     expectToComeBack(NSDate::dateWithTimeIntervalSinceReferenceDate(0.1), {"NS.time"});
     expectToComeBack(NSURL::URLWithString("a/b"_ns), {"NS.relative"});
     expectToComeBack(NSNull::null(), {});
+}
+
+TEST_F(OtherCodersTest, IntegersBeyondTheSignedOnesComeBack) {
+    constexpr unsigned long long beyondSigned = 1ULL << 63;
+    for (const unsigned long long value : {beyondSigned, beyondSigned + 1, ~0ULL})
+        expectToComeBack(NSNumber::numberWithUnsignedLongLong(value), {"NS.intval", "NS.isunsigned"});
+    expectToComeBack(NSNumber::numberWithUnsignedLongLong(beyondSigned - 1), {"NS.intval"});
+}
+
+TEST_F(OtherCodersTest, ACoderThatPosesAsAnArchiverIsGivenWhatAnyOtherIs) {
+    const Class posing = posingDefinition.classObject();
+    expectToComeBack("text"_ns, {"NS.bytes"}, posing);
+    expectToComeBack(NSData::dataWithBytes_length("a\0b", 3), {"NS.data"}, posing);
+    expectToComeBack(NSArray::arrayOf("a"_ns, "b"_ns), {"NS.object.0", "NS.object.1"}, posing);
+    expectToComeBack(NSDictionary::dictionaryWithObject_forKey("value"_ns, "key"_ns),
+                     {"NS.key.0", "NS.object.0"}, posing);
 }
 
 TEST_F(OtherCodersTest, ContainersAreCodedItemByItem) {

@@ -54,5 +54,36 @@ TEST_F(StandInTest, EqualsNoColourNoColourSpaceAndNoIndexSet) {
     EXPECT_FALSE(NSIndexSet::indexSetWithIndex(3).isEqual(standIn_));
 }
 
+TEST_F(StandInTest, GivesAnIndexSetNoIndexes) {
+    const auto set = as<NSIndexSet>(standIn_);
+    EXPECT_THROWS_NAMED(adopt(NSIndexSet::alloc().initWithIndexSet(set)), "NSInvalidArgumentException");
+    const NSMutableIndexSet indexes = NSMutableIndexSet::indexSet();
+    EXPECT_THROWS_NAMED((indexes.addIndexes(set), 0), "NSInvalidArgumentException");
+    EXPECT_THROWS_NAMED((indexes.removeIndexes(set), 0), "NSInvalidArgumentException");
+}
+
+TEST_F(StandInTest, IsAKeyOfAnArchivedDictionaryLikeAnyOther) {
+    static const ClassDefinition definition{
+        {.name = "StandInTestKey",
+         .protocols = {"NSCoding", "NSCopying"},
+         .methods = {instanceMethod(
+                         "isKindOfClass:",
+                         +[](NSObject, SEL, Class asked) -> BOOL {
+                             return asked == NSMutableIndexSet::classObject();
+                         }),
+                     instanceMethod(
+                         "copyWithZone:", +[](NSObject self, SEL, void*) { return retain(self).leak(); }),
+                     instanceMethod(
+                         "encodeWithCoder:", +[](NSObject, SEL, NSCoder) {}),
+                     instanceMethod(
+                         "initWithCoder:", +[](NSObject self, SEL, NSCoder) { return self; })}}};
+    const Retained<NSObject> key = adopt(NSObject(definition.classObject().alloc()));
+    const NSData archive =
+        NSKeyedArchiver::archivedDataWithRootObject(NSDictionary::dictionaryWithObject_forKey("v"_ns, key));
+    const NSDictionary back = NSKeyedUnarchiver::unarchiveObjectWithData(archive);
+    ASSERT_EQ(back.count(), 1u);
+    EXPECT_EQ(NSObject(back.allKeys().objectAtIndex(0)).class_(), definition.classObject());
+}
+
 } // namespace
 } // namespace tessarin::testing

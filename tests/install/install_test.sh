@@ -11,25 +11,8 @@ shift 3
 compilers=("$@")
 here=$source/tests/install
 [[ $platform == embedded ]] && package=TessarinFoundation || package=TessarinFoundation-native
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-failures=0
+source "$here/checks.sh"
 export -n LD_LIBRARY_PATH
-
-complain() {
-    echo "FAILED: $*" >&2
-    failures=$((failures + 1))
-}
-
-# quietly WHAT COMMAND...: complains, with what the command wrote, when it fails.
-quietly() {
-    local what=$1
-    shift
-    "$@" >"$work/log" 2>&1 && return
-    complain "$what"
-    cat "$work/log" >&2
-    return 1
-}
 
 # prints_expected WHAT COMMAND...: the application works.
 prints_expected() {
@@ -180,37 +163,6 @@ framework=$work/elsewhere/Player.app/Contents/Frameworks/TessarinFoundation.fram
 [[ $platform == embedded ]] || definitions+=(-DTESSARIN_NATIVE)
 quietly "the framework's headers" "$compiler" -std=c++20 -fsyntax-only "${definitions[@]}" -I"$framework/Headers" \
     "$here/consumer.cpp"
-
-# ---- Debian packages -------------------------------------------------------------------------------------------------
-
-section "Debian packages"
-quietly "cpack" cpack --config "$build/CPackConfig.cmake" -G DEB -B "$work/packages" || exit 1
-[[ $platform == embedded ]] && stem=libtessarinfoundation || stem=libtessarinfoundation-native
-field() { # PACKAGE FIELD
-    dpkg-deb --field "$work/packages/$1"_*.deb "$2"
-}
-version=$(pkg-config --modversion "$libdir/pkgconfig/$package.pc")-1
-for name in $stem-a $stem-dev libtessarinfoundation-common-dev; do
-    [[ $(field $name Package) == "$name" && $(field $name Version) == "$version" ]] || complain "$name: not so named"
-    dpkg-deb --extract "$work/packages/$name"_*.deb "$work/root" || complain "$name: not extracted"
-done
-[[ $(find "$work/packages" -maxdepth 1 -name '*.deb' | wc -l) -eq 3 ]] || complain "not three packages"
-depends=$(field $stem-a Depends)
-needed=(libc6 libstdc++6)
-[[ $platform == embedded ]] || needed+=(libgnustep-base1 libobjc4)
-for name in "${needed[@]}"; do
-    [[ $depends == *"$name"* ]] || complain "$stem-a does not depend on $name: $depends"
-done
-[[ $platform == native || $depends != *gnustep* ]] || complain "$stem-a depends on $depends"
-[[ $(field $stem-dev Depends) == "$stem-a (= $version), libtessarinfoundation-common-dev (= $version)"* ]] ||
-    complain "$stem-dev depends on $(field $stem-dev Depends)"
-[[ $(dpkg-deb --contents "$work/packages/$stem-a"_*.deb | grep -c '^-') -eq 1 ]] || complain "$stem-a: not one file"
-# Together they are what `cmake --install` puts into a prefix.
-diff <(cd "$prefix" && find . ! -type d | sort) <(cd "$work/root/usr" && find . ! -type d | sort) ||
-    complain "the packages hold something else than what is installed"
-library=$(find "$work/root" -name "lib$package.so.A")
-[[ -z $(readelf --sections "$library" | grep -F .debug_info) ]] || complain "$stem-a holds debug information"
-prints_expected "$stem-a" env LD_LIBRARY_PATH="$(dirname "$library")" "$work/pkg_config_shared"
 
 section "Done"
 if [[ $failures -ne 0 ]]; then

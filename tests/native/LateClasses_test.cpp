@@ -3,8 +3,10 @@
 
 #include "platform/native/ObjectiveC.h"
 
+#include <atomic>
 #include <deque>
 #include <thread>
+#include <utility>
 
 namespace tessarin::testing {
 namespace {
@@ -72,7 +74,27 @@ TEST_F(LateClassTest, GroupsAreAttachedWhileThreadsLookUpConcurrently) {
         EXPECT_EQ(answerOfInstance(native::loadedClass(nameOf(number).c_str())), 42u) << number;
 }
 
-#if !defined(__APPLE__)
+TEST_F(LateClassTest, AGroupIsAttachedWhenItsConstructorIsDoneWhileThreadsLookUpConcurrently) {
+    static const ExtensionGroup waiting{"LateClassNever", "LateClassTest", {}};
+    const ::Class extended = define("LateClassExtendedOften");
+    std::atomic<bool> isDone{false};
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < 3; ++thread) {
+        threads.emplace_back([&] {
+            while (!isDone) runtime::lookUpClass("LateClassNever");
+        });
+    }
+    int missing = 0;
+    for (int number = 0; number < 3000; ++number) {
+        const std::string selector = "lateClassTest_answer" + std::to_string(number);
+        const ExtensionGroup group{
+            "LateClassExtendedOften", "LateClassTest", {instanceMethod(selector.c_str(), answer)}};
+        missing += !class_respondsToSelector(extended, sel_registerName(selector.c_str()));
+    }
+    isDone = true;
+    for (std::thread& thread : threads) thread.join();
+    EXPECT_EQ(missing, 0);
+}
 
 TEST_F(LateClassTest, GroupsAreAttachedWhenTheRuntimeReportsTheClass) {
     static const ExtensionGroup group{
@@ -89,7 +111,25 @@ TEST_F(LateClassTest, GroupsAreAttachedWhenTheRuntimeReportsTheClass) {
     EXPECT_EQ(answerOfInstance(unreported), 42u);
 }
 
-#endif
+TEST_F(LateClassTest, GroupsAreAttachedWhenABundleIsLoaded) {
+    static const ExtensionGroup group{
+        "LateClassOfBundle", "LateClassTest", {instanceMethod("lateClassTest_answer", answer)}};
+    const NSBundle bundle = NSBundle::bundleWithPath(NSString(TESSARIN_TEST_BUNDLE));
+    ASSERT_EQ(native::loadedClass("LateClassOfBundle"), nullptr);
+    ASSERT_TRUE(send<BOOL>(bundle, "load"_sel));
+    const ::Class loaded = native::loadedClass("LateClassOfBundle");
+    ASSERT_NE(loaded, nullptr);
+    EXPECT_EQ(answerOfInstance(loaded), 42u);
+}
+
+TEST_F(LateClassTest, TheRuntimeReportsClassesAlsoAfterNSBundleHasTakenItsReports) {
+    static const ExtensionGroup group{
+        "LateClassAfterBundle", "LateClassTest", {instanceMethod("lateClassTest_answer", answer)}};
+    const auto listening = std::exchange(_objc_load_callback, nullptr);
+    ASSERT_NE(listening, nullptr);
+    runtime::lookUpClass("LateClassAfterBundle");
+    EXPECT_EQ(_objc_load_callback, listening);
+}
 
 } // namespace
 } // namespace tessarin::testing

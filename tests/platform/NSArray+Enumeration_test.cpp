@@ -73,6 +73,16 @@ TEST_F(ArrayEnumerationTest, TheIndexesAreTheObjectsOwnBackwardsToo) {
         (Indexes{0}));
 }
 
+TEST_F(ArrayEnumerationTest, ASetThatClaimsMoreThanItHoldsGivesWhatItHolds) {
+    static const ClassDefinition definition{
+        {.name = "ArrayEnumerationTestBoastfulSet",
+         .superclass = "NSIndexSet",
+         .methods = {instanceMethod(
+             "count", +[](NSIndexSet, SEL) -> NSUInteger { return 100000000; })}}};
+    const Retained<NSIndexSet> set = adopt(as<NSIndexSet>(definition.classObject().alloc()).initWithIndex(1));
+    EXPECT_EQ(texts(abc_.objectsAtIndexes(set)), (Texts{"b"}));
+}
+
 TEST_F(ArrayEnumerationTest, TheIndexesAreAnImmutableSet) {
     EXPECT_FALSE(abc_.indexesOfObjectsWithOptions_passingTest(0, [](id, NSUInteger, BOOL*) { return true; })
                      .isKindOfClass(NSMutableIndexSet::classObject()));

@@ -228,6 +228,18 @@ TEST_F(NSArrayTest, ASingleObjectIsNeverCompared) {
     EXPECT_EQ(sorted.firstObject(), item);
 }
 
+TEST_F(NSArrayTest, ANullSelectorRaises) {
+    const SEL null = nullptr;
+    EXPECT_THROWS_NAMED(send<void>(abc_, "makeObjectsPerformSelector:"_sel, null),
+                        "NSInvalidArgumentException");
+    EXPECT_THROWS_NAMED(send<void>(abc_, "makeObjectsPerformSelector:withObject:"_sel, null, "z"_ns),
+                        "NSInvalidArgumentException");
+    EXPECT_THROWS_NAMED(abc_.sortedArrayUsingSelector(null), "NSInvalidArgumentException");
+    EXPECT_THROWS_NAMED(NSMutableArray::arrayWithArray(abc_).sortUsingSelector(null),
+                        "NSInvalidArgumentException");
+    EXPECT_EQ(NSArray::array().sortedArrayUsingSelector(null).count(), 0u);
+}
+
 TEST_F(NSArrayTest, StringsAndNumbersDoNotSortTogether) {
     const NSArray mixed = NSArray::arrayOf(NSNumber::numberWithInt(1), "a"_ns);
     EXPECT_THROWS_NAMED(mixed.sortedArrayUsingSelector("compare:"_sel), "NSInvalidArgumentException");

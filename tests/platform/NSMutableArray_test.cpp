@@ -1,6 +1,7 @@
 // Mutable arrays.
 #include "PlatformTest.h"
 
+#include "TessarinPlatform/ArrayEditing.h"
 #include "TessarinPlatform/NSMutableArray.h"
 
 namespace tessarin::testing {
@@ -204,6 +205,18 @@ TEST_F(NSMutableArrayTest, BearsComparisonsThatContradictThemselves) {
     EXPECT_THROWS_NAMED(array.sortUsingSelector("refusing:"_sel), "NSGenericException");
     EXPECT_EQ(array.count(), 100u);
     EXPECT_NE(array.objectAtIndex(0), array.objectAtIndex(99));
+}
+
+TEST_F(NSMutableArrayTest, NothingToReorderIsNoChange) {
+    EXPECT_TRUE(itemsToReorder(nil).empty());
+    const NSMutableArray empty = NSMutableArray::array();
+    NSFastEnumerationState walk{};
+    NSObject buffer[1];
+    NSObject* const first = buffer;
+    send<NSUInteger>(empty, "countByEnumeratingWithState:objects:count:"_sel, &walk, first, NSUInteger{1});
+    const NSUInteger mutations = *walk.mutationsPtr;
+    EXPECT_TRUE(itemsToReorder(empty).empty());
+    EXPECT_EQ(*walk.mutationsPtr, mutations);
 }
 
 TEST_F(NSMutableArrayTest, CopiesAreApart) {

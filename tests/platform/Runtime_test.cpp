@@ -61,6 +61,13 @@ TEST_F(MessageTest, RaiseWhenTheReceiverHasNoSuchMethod) {
                         "NSInvalidArgumentException");
 }
 
+TEST_F(MessageTest, PerformingNoneRaises) {
+    const SEL null = nullptr;
+    EXPECT_THROWS_NAMED(send<id>("a"_ns, "performSelector:"_sel, null), "NSInvalidArgumentException");
+    EXPECT_THROWS_NAMED(send<id>("a"_ns, "performSelector:withObject:"_sel, null, "b"_ns),
+                        "NSInvalidArgumentException");
+}
+
 // ---- Selectors
 
 TEST_F(SelectorTest, EqualNamesGiveTheSameSelector) {

@@ -11,6 +11,7 @@
 #include "platform/embedded/foundation/DictionaryStorage.h"
 #include "platform/embedded/foundation/IndexSetStorage.h"
 #include "platform/embedded/foundation/KeyedCoding.h"
+#include "platform/embedded/runtime/StoredKind.h"
 
 #include <unordered_map>
 #include <unordered_set>
@@ -27,7 +28,7 @@ std::size_t bytesOfCopy(NSObject key) {
     if (const auto array = kindOf<NSMutableArray>(key)) return sizeof(NSObject) * array.count();
     if (const auto dictionary = kindOf<NSMutableDictionary>(key))
         return 4 * sizeof(NSObject) * dictionary.count();
-    if (const auto set = kindOf<NSMutableIndexSet>(key)) return storageOf(set).byteCount();
+    if (const auto set = storedKindOf<NSMutableIndexSet>(key)) return storageOf(set).byteCount();
     return 0;
 }
 

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <limits>
+#include <new>
 #include <string>
 
 namespace tessarin::embedded {
@@ -70,9 +72,12 @@ ArrayItems::ArrayItems(NSArray array) {
         items_ = {storage.items, storage.count};
         return;
     }
+    gathered_ = newMutableArray(nullptr, 0);
+    ArrayStorage& storage = storageOf<ArrayStorage>(gathered_);
     const NSUInteger count = array.count();
-    for (NSUInteger index = 0; index < count; ++index) gathered_.push_back(array.objectAtIndex(index));
-    items_ = gathered_;
+    for (NSUInteger index = 0; index < count; ++index)
+        storage.insert(retain(NSObject(array.objectAtIndex(index))).leak(), index);
+    items_ = {storage.items, storage.count};
 }
 
 Retained<NSArray> newArrayWithRoom(NSUInteger count) {

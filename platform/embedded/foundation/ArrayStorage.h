@@ -45,6 +45,7 @@ inline bool hasArrayStorage(NSObject object) {
 
 // The items of any array; nil is empty. Those of an array with storage of its own are looked at where they
 // are, valid until the array is changed or goes: no message that may do so is sent while they are in use.
+// What any other array answers is gathered and kept, since nobody else may keep it.
 class ArrayItems {
 public:
     explicit ArrayItems(NSArray array);
@@ -56,7 +57,7 @@ public:
     NSObject operator[](NSUInteger index) const { return items_[index]; }
 
 private:
-    std::vector<NSObject> gathered_;
+    Retained<NSArray> gathered_;
     std::span<const NSObject> items_;
 };
 

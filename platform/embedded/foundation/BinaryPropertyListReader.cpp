@@ -380,7 +380,7 @@ void Reader::closeTriedContainer() {
 // A few bytes may stand for a million containers. Before so many are made, only to be refused, what they
 // would be is counted, each object's contents once.
 void Reader::checkSharing() {
-    if (mostUntried_ == mostFollowed()) fail("Too many copies of shared mutable objects");
+    if (mostUntried_ == mostFollowed()) fail("Too many references to shared objects");
     mostUntried_ = mostFollowed();
     Reader(document_, mutability_).tryOut();
 }

@@ -12,8 +12,8 @@
 #include "platform/embedded/foundation/StringStorage.h"
 #include "platform/services/ObjectNumbers.h"
 #include "platform/services/PropertyListError.h"
+#include "platform/services/Utf8.h"
 
-#include <algorithm>
 #include <bit>
 #include <utility>
 #include <vector>
@@ -37,8 +37,10 @@ private:
         std::size_t contentCount = 0;
     };
 
-    std::size_t numberOf(NSObject object, bool mayBeShared);
+    template <class BeforeOtherCode>
+    std::size_t numberOf(NSObject object, bool mayBeShared, const BeforeOtherCode& beforeOtherCode);
     void holdAll();
+    void hold(NSObject object);
     void fetchContents(std::size_t entry);
     void appendObject(const Entry& entry);
     void appendContainer(const Entry& entry);
@@ -68,7 +70,7 @@ unsigned smallestSize(std::uint64_t value) {
 }
 
 std::string Writer::write(NSObject propertyList) {
-    numberOf(propertyList, true);
+    numberOf(propertyList, true, [&] { hold(propertyList); });
     for (std::size_t entry = 0; entry < entries_.size(); ++entry)
         if (isContainer(entries_[entry].kind)) fetchContents(entry);
     referenceSize_ = smallestSize(entries_.size());
@@ -94,36 +96,49 @@ std::string Writer::write(NSObject propertyList) {
 
 // The number of an object, which is the next one for an object that was not met before. What has a single
 // owner is met once.
-std::size_t Writer::numberOf(NSObject object, bool mayBeShared) {
+template <class BeforeOtherCode>
+std::size_t Writer::numberOf(NSObject object, bool mayBeShared, const BeforeOtherCode& beforeOtherCode) {
     if (mayBeShared) {
         const std::size_t number = sharedNumbers_.numberOf(object);
         if (number < shared_.size()) return shared_[number];
         shared_.push_back(entries_.size());
     }
-    entries_.push_back({object, kinds_.of(object)});
+    entries_.push_back({object, kinds_.of(object, beforeOtherCode)});
     return entries_.size() - 1;
 }
 
-// Other code that is asked for what an object holds may empty the containers that it stands in, and may keep
-// what it answers no longer than the next question. From then on everything is held until it is written.
+// Other code that is asked for what an object holds, or for its class, may empty the containers that it
+// stands in, and may keep what it answers no longer than the next question. From then on everything is held
+// until it is written.
 void Writer::holdAll() {
     if (std::exchange(holds_, true)) return;
     for (const Entry& entry : entries_) held_.push_back(retain(entry.object));
 }
 
+void Writer::hold(NSObject object) {
+    holdAll();
+    held_.push_back(retain(object));
+}
+
 void Writer::fetchContents(std::size_t entry) {
-    const auto [container, kind, none, nothing] = entries_[entry];
+    const NSObject container = entries_[entry].object;
+    const PropertyListKind kind = entries_[entry].kind;
     const std::size_t first = contents_.size();
     const bool isForeign = PropertyListStorage::isForeign(container, kind);
     if (isForeign) holdAll();
-    const auto number = [&](NSObject object) {
-        if (holds_) held_.push_back(retain(object));
-        return numberOf(object, holds_ || PropertyListStorage::mayBeShared(object));
+    NSObject key, object;
+    // Neither is held by what it stands in once other code has run.
+    const auto holdBoth = [&] {
+        hold(object);
+        if (key) hold(key);
+    };
+    const auto number = [&](NSObject content) {
+        return numberOf(content, holds_ || PropertyListStorage::mayBeShared(content), holdBoth);
     };
     values_.clear();
-    PropertyListStorage::Contents contents(container, kind);
-    NSObject key, object;
+    PropertyListStorage::Contents contents(container, kind, isForeign);
     while (contents.next(key, object)) {
+        if (holds_) holdBoth();
         if (kind == PropertyListKind::dictionary) {
             contents_.push_back(number(key));
             values_.push_back(number(object));
@@ -176,7 +191,7 @@ void Writer::appendContainer(const Entry& entry) {
 }
 
 void Writer::appendNumber(NSNumber number) {
-    const NumberValue value = valueOf(number);
+    const NumberValue value = valueInPropertyList(number);
     switch (value.kind) {
     case NumberKind::boolean:
         append(value.integer != 0 ? trueByte : falseByte, 1);
@@ -211,8 +226,7 @@ void Writer::appendSmallestInteger(std::uint64_t value) {
 
 void Writer::appendString(NSString string) {
     const Contents text = contentsOf(string);
-    const bool isASCII = text.visit(
-        [](auto units) { return std::ranges::all_of(units, [](char16_t unit) { return unit < 0x80; }); });
+    const bool isASCII = text.visit([](auto units) { return utf8::isAscii(units.data(), units.size()); });
     appendLength(isASCII ? asciiString : utf16String, text.length());
     if (isASCII && !text.isWide())
         document_.append(reinterpret_cast<const char*>(text.narrow()), text.length());

@@ -33,6 +33,8 @@ class Membership {
 public:
     explicit Membership(NSCharacterSet set);
 
+    // Whether a test is a message, that is, an application's own code.
+    bool asksTheSet() const { return !storage_; }
     bool operator()(char32_t character) const {
         return storage_ ? storage_->contains(character) : set_.longCharacterIsMember(character);
     }

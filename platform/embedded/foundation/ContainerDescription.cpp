@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <string>
+#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -69,10 +70,17 @@ void appendQuoted(std::string& text, std::u16string_view units) {
     text += '"';
 }
 
+// A few containers inside each other, each in several places, can stand for a text that no memory holds. From
+// that length on, an object with a long text of its own is not shown again.
+constexpr std::size_t longestFullDescription = std::size_t{64} << 20;
+constexpr std::size_t longText = 64;
+
 // One walk over nested containers. What would be the frames of a recursion is a list.
 class DescriptionWalk {
 public:
-    explicit DescriptionWalk(bool showsAttributes = true) : showsAttributes_(showsAttributes) {}
+    DescriptionWalk() = default;
+    // For attributes of an attributed string, behind a text of that length.
+    explicit DescriptionWalk(std::size_t before) : showsAttributes_(false), before_(before) {}
 
     std::string describe(NSObject container, ContainerKind kind) {
         enter(container, kind);
@@ -93,6 +101,7 @@ private:
         NSObject container;
         ContainerKind kind;
         std::vector<Retained<NSObject>> parts; // the items, or keys and objects in turn
+        std::size_t begin;                     // in the text
         std::size_t next = 0;
     };
 
@@ -110,17 +119,21 @@ private:
         open_.insert(container.object());
         frames_.push_back({container, kind,
                            kind == ContainerKind::array ? itemsOf(as<NSArray>(container))
-                                                        : partsOf(as<NSDictionary>(container))});
+                                                        : partsOf(as<NSDictionary>(container)),
+                           text_.size()});
     }
 
     void leave() {
         const Frame& frame = frames_.back();
         const bool isArray = frame.kind == ContainerKind::array;
         if (isArray && !frame.parts.empty()) text_ += '\n';
-        open_.erase(frame.container.object());
+        const NSObject container = frame.container; // held by the frame around it
+        const std::size_t begin = frame.begin;
+        open_.erase(container.object());
         frames_.pop_back();
         indent(frames_.size());
         text_ += isArray ? ')' : '}';
+        noteShown(container, begin);
         if (!frames_.empty() && frames_.back().kind == ContainerKind::dictionary) endPart(frames_.back());
     }
 
@@ -141,13 +154,28 @@ private:
     // Whether that is all; otherwise a frame was entered. The frames may have moved.
     bool append(NSObject object) {
         const ContainerKind kind = kindOfDescription(object);
-        if (kind != ContainerKind::none && open_.count(object.object()) == 0) {
+        if (kind != ContainerKind::none && open_.count(object.object()) != 0) {
+            text_ += "\"<itself>\""; // a container that contains itself has no end
+        } else if (shown_.count(object.object()) != 0) {
+            text_ += "...";
+        } else if (kind != ContainerKind::none) {
             enter(object, kind);
             return false;
+        } else {
+            const std::size_t begin = text_.size();
+            appendLeaf(object);
+            noteShown(object, begin);
         }
-        if (kind != ContainerKind::none) {
-            text_ += "\"<itself>\""; // a container that contains itself has no end
-        } else if (object.isKindOfClass(NSData::classObject())) {
+        return true;
+    }
+
+    void noteShown(NSObject object, std::size_t begin) {
+        if (before_ + text_.size() > longestFullDescription && text_.size() - begin > longText) [[unlikely]]
+            shown_.emplace(object.object(), retain(object));
+    }
+
+    void appendLeaf(NSObject object) {
+        if (object.isKindOfClass(NSData::classObject())) {
             text_ += static_cast<std::string>(object.description());
         } else if (const auto attributed = kindOf<NSAttributedString>(object);
                    attributed && !showsAttributes_) {
@@ -155,7 +183,6 @@ private:
         } else {
             appendQuoted(text_, static_cast<std::u16string>(object.description()));
         }
-        return true;
     }
 
     // Kept by the frame, since describing is the objects' own code, which might change the container.
@@ -190,10 +217,14 @@ private:
         });
     }
 
-    const bool showsAttributes_; // of attributed strings
-    std::string text_;           // ASCII
+    const bool showsAttributes_ = true; // of attributed strings
+    const std::size_t before_ = 0;
+    std::string text_; // ASCII
     std::vector<Frame> frames_;
     std::unordered_set<Object*> open_; // the containers of the frames
+    // Long ones since the description has become too long; held, so that nothing else takes their place in
+    // memory.
+    std::unordered_map<Object*, Retained<NSObject>> shown_;
 };
 
 } // namespace
@@ -206,10 +237,9 @@ NSString dictionaryDescription(NSDictionary self, SEL) {
     return NSString(DescriptionWalk().describe(self, ContainerKind::dictionary));
 }
 
-NSString attributesDescription(NSDictionary attributes) {
+NSString attributesDescription(NSDictionary attributes, std::size_t before) {
     if (kindOfDescription(attributes) != ContainerKind::dictionary) return attributes.description();
-    const bool showsAttributes = false;
-    return NSString(DescriptionWalk(showsAttributes).describe(attributes, ContainerKind::dictionary));
+    return NSString(DescriptionWalk(before).describe(attributes, ContainerKind::dictionary));
 }
 
 } // namespace tessarin::embedded

@@ -12,6 +12,16 @@
 #include <utility>
 
 namespace tessarin::embedded {
+namespace {
+
+bool areEqualKeys(NSObject key, NSObject candidate) {
+    const Object* stringClass = "NSString"_class.object();
+    if (key.object()->isa == stringClass && candidate.object()->isa == stringClass)
+        return equalUnits(storageOf<StringStorage>(key).view(), storageOf<StringStorage>(candidate).view());
+    return key.isEqual(candidate);
+}
+
+} // namespace
 
 namespace {
 
@@ -164,13 +174,6 @@ Retained<NSDictionary> newDictionaryWithRoom(std::size_t entries) {
     return dictionary;
 }
 
-bool areEqual(NSObject key, NSObject candidate) {
-    const Object* stringClass = "NSString"_class.object();
-    if (key.object()->isa == stringClass && candidate.object()->isa == stringClass)
-        return equalUnits(storageOf<StringStorage>(key).view(), storageOf<StringStorage>(candidate).view());
-    return key.isEqual(candidate);
-}
-
 std::size_t findEntry(NSDictionary dictionary, NSObject key, NSUInteger hash) {
     const DictionaryStorage& storage = storageOf<DictionaryStorage>(dictionary);
     DictionaryStorage::Candidates candidates(storage, hash);
@@ -179,7 +182,7 @@ std::size_t findEntry(NSDictionary dictionary, NSObject key, NSUInteger hash) {
         const NSObject candidate = storage.entry(index).key;
         if (candidate == key) return index;
         const NSUInteger mutations = storage.mutations;
-        const bool isFound = areEqual(key, candidate);
+        const bool isFound = areEqualKeys(key, candidate);
         if (storage.mutations != mutations) runtime::raiseMutation(dictionary.object());
         if (isFound) return index;
     }

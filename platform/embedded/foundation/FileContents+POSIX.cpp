@@ -10,6 +10,7 @@
 #    include <cstdlib>
 #    include <fcntl.h>
 #    include <memory>
+#    include <string>
 #    include <sys/stat.h>
 #    include <unistd.h>
 #    include <utility>
@@ -48,8 +49,7 @@ private:
 };
 
 constexpr mode_t newFileMode = 0666; // less what the process masks
-
-bool isUsable(const std::string& path) { return !path.empty() && path.find('\0') == std::string::npos; }
+constexpr mode_t ownersMode = 0600;
 
 // The file that a path leads to, so that a symbolic link stays one.
 std::string destinationOf(const std::string& path) {
@@ -73,8 +73,7 @@ File makeSibling(const std::string& path, mode_t mode, std::string& name) {
 
 } // namespace
 
-std::optional<std::vector<std::byte>> readFile(const std::string& path) {
-    if (!isUsable(path)) return std::nullopt;
+std::optional<std::vector<std::byte>> readFile(const std::filesystem::path& path) {
     const File file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     if (!file.isOpen()) return std::nullopt;
     struct stat status {};
@@ -96,19 +95,18 @@ std::optional<std::vector<std::byte>> readFile(const std::string& path) {
     return bytes;
 }
 
-bool writeFile(const std::string& path, std::span<const std::byte> bytes) {
-    if (!isUsable(path)) return false;
+bool writeFile(const std::filesystem::path& path, std::span<const std::byte> bytes) {
     File file(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, newFileMode));
     return file.isOpen() && file.write(bytes) && file.close();
 }
 
-bool writeFileAtomically(const std::string& path, std::span<const std::byte> bytes) {
-    if (!isUsable(path)) return false;
-    const std::string destination = destinationOf(path);
+bool writeFileAtomically(const std::filesystem::path& path, std::span<const std::byte> bytes) {
+    const std::string destination = destinationOf(path.native());
     struct stat status {};
     const bool exists = ::stat(destination.c_str(), &status) == 0;
     std::string sibling;
-    File file = makeSibling(destination, newFileMode, sibling);
+    // What takes another's place is open to nobody else until it is given that one's mode.
+    File file = makeSibling(destination, exists ? ownersMode : newFileMode, sibling);
     if (!file.isOpen()) return false;
     const bool isWritten = (!exists || ::fchmod(file.descriptor(), status.st_mode & 07777) == 0)
                            && file.write(bytes) && ::fsync(file.descriptor()) == 0;

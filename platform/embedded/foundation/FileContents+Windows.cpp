@@ -2,11 +2,10 @@
 #if defined(_WIN32)
 
 #    include "platform/embedded/foundation/FileContents.h"
-#    include "platform/embedded/foundation/FileSystemPath.h"
 
 #    include <algorithm>
 #    include <atomic>
-#    include <filesystem>
+#    include <string>
 #    include <utility>
 
 #    ifndef NOMINMAX
@@ -49,16 +48,9 @@ private:
     HANDLE handle_ = INVALID_HANDLE_VALUE;
 };
 
-// Empty for what can name no file.
-std::filesystem::path pathOf(const std::string& utf8) {
-    if (utf8.find('\0') != std::string::npos) return {};
-    return fileSystemPath(std::u8string_view(reinterpret_cast<const char8_t*>(utf8.data()), utf8.size()));
-}
-
 // As on other systems, what is open may meanwhile be read, written, renamed and removed by others.
 File open(const std::filesystem::path& path, DWORD access, DWORD disposition) {
     constexpr DWORD sharing = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    if (path.empty()) return {};
     return File(
         CreateFileW(path.c_str(), access, sharing, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
 }
@@ -78,8 +70,8 @@ File makeSibling(const std::filesystem::path& path, std::filesystem::path& name)
 
 } // namespace
 
-std::optional<std::vector<std::byte>> readFile(const std::string& path) {
-    const File file = open(pathOf(path), GENERIC_READ, OPEN_EXISTING);
+std::optional<std::vector<std::byte>> readFile(const std::filesystem::path& path) {
+    const File file = open(path, GENERIC_READ, OPEN_EXISTING);
     if (!file.isOpen()) return std::nullopt;
     LARGE_INTEGER size{};
     GetFileSizeEx(file.handle(), &size); // a hint: the file may grow or shrink meanwhile
@@ -97,18 +89,16 @@ std::optional<std::vector<std::byte>> readFile(const std::string& path) {
     return bytes;
 }
 
-bool writeFile(const std::string& path, std::span<const std::byte> bytes) {
-    File file = open(pathOf(path), GENERIC_WRITE, CREATE_ALWAYS);
+bool writeFile(const std::filesystem::path& path, std::span<const std::byte> bytes) {
+    File file = open(path, GENERIC_WRITE, CREATE_ALWAYS);
     return file.isOpen() && file.write(bytes) && file.close();
 }
 
-bool writeFileAtomically(const std::string& path, std::span<const std::byte> bytes) {
-    const std::filesystem::path named = pathOf(path);
-    if (named.empty()) return false;
+bool writeFileAtomically(const std::filesystem::path& path, std::span<const std::byte> bytes) {
     // The file that a symbolic link leads to, so that the link stays one.
     std::error_code ignored;
-    const std::filesystem::path resolved = std::filesystem::canonical(named, ignored);
-    const std::filesystem::path& destination = resolved.empty() ? named : resolved;
+    const std::filesystem::path resolved = std::filesystem::canonical(path, ignored);
+    const std::filesystem::path& destination = resolved.empty() ? path : resolved;
     std::filesystem::path sibling;
     File file = makeSibling(destination, sibling);
     if (!file.isOpen()) return false;

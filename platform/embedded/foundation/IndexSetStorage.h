@@ -156,6 +156,9 @@ inline IndexSetStorage& storageOf(NSIndexSet set) { return embedded::storageOf<I
 // NSNotFound or beyond.
 void checkRange(NSIndexSet receiver, SEL selector, NSRange range);
 
+// The indexes of a caller's set; raises NSInvalidArgumentException for an object that only answers for one.
+const IndexSetStorage& indexesOf(NSIndexSet set, NSIndexSet receiver, SEL selector);
+
 std::vector<MethodRow> indexSetCodingMethods();
 
 } // namespace tessarin::embedded

@@ -22,8 +22,10 @@ bool sortPlainStrings(std::vector<NSObject>& items) {
 
 void sortItems(std::vector<NSObject>& items, SEL comparison) {
     if (comparison == "compare:"_sel && sortPlainStrings(items)) return;
+    if (items.size() > 1) requireSelector(items.front(), comparison);
+    // By the sign: a comparison may well answer the difference of two numbers.
     stableSort(items, [&](NSObject left, NSObject right) {
-        return send<NSComparisonResult>(left, comparison, right) == NSOrderedDescending;
+        return send<NSComparisonResult>(left, comparison, right) > NSOrderedSame;
     });
 }
 

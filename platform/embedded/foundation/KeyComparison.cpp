@@ -7,6 +7,8 @@
 #include "TessarinPlatform/Exceptions.h"
 #include "TessarinPlatform/NSException.h"
 
+#include <optional>
+
 namespace tessarin::embedded {
 namespace {
 
@@ -55,7 +57,7 @@ void KeyComparison::requireComparison(NSObject object) {
     const Object* const classObject = object.object()->isa;
     if (classObject == soundClass_ || selector_ == "compare:"_sel) return;
     // An object without the method says so itself.
-    const Method* const method = findMethod(classRecordOf(object.object()), selector_);
+    const std::optional<Method> method = findMethod(classRecordOf(object.object()), selector_);
     if (method && !isComparison(method->encoding))
         raise(NSInvalidArgumentException(),
               formatted("*** -[NSSortDescriptor compareObject:toObject:]: -[%s %s] is no comparison",

@@ -37,12 +37,15 @@ double sumOf(const std::vector<Retained<NSObject>>& values) {
     return sum;
 }
 
-// The first of those that come first, or last for NSOrderedDescending, by their own compare:.
-NSObject extremeOf(const std::vector<Retained<NSObject>>& values, NSComparisonResult wanted) {
+// The first of those that come first, or last on request, by the sign of their own compare:.
+NSObject extremeOf(const std::vector<Retained<NSObject>>& values, bool isLast) {
+    const auto isBeyond = [&](NSObject value, NSObject extreme) {
+        const auto order = send<NSComparisonResult>(value, "compare:"_sel, extreme);
+        return isLast ? order > NSOrderedSame : order < NSOrderedSame;
+    };
     NSObject extreme;
     for (const NSObject value : values)
-        if (value && (!extreme || send<NSComparisonResult>(value, "compare:"_sel, extreme) == wanted))
-            extreme = value;
+        if (value && (!extreme || isBeyond(value, extreme))) extreme = value;
     return retain(extreme).autorelease();
 }
 
@@ -58,7 +61,7 @@ std::optional<id> valueOfOperator(NSArray array, NSString path) {
             const auto count = static_cast<double>(values.size());
             return id(NSNumber::numberWithDouble(values.empty() ? 0 : sumOf(values) / count));
         }
-        return id(extremeOf(values, name == "@min."_ns ? NSOrderedAscending : NSOrderedDescending));
+        return id(extremeOf(values, name == "@max."_ns));
     }
     return std::nullopt;
 }

@@ -4,7 +4,6 @@
 #include "TessarinPlatform/NSArray.h"
 
 #include <optional>
-#include <string_view>
 
 namespace tessarin::embedded {
 

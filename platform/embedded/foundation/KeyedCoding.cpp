@@ -2,6 +2,7 @@
 
 #include "TessarinPlatform/Exceptions.h"
 #include "platform/embedded/foundation/StringStorage.h"
+#include "platform/embedded/runtime/StoredKind.h"
 
 #include <string>
 
@@ -27,14 +28,14 @@ void requireKeys(NSCoder coder, NSObject self, SEL selector) {
 }
 
 void encodeItems(NSCoder coder, std::span<const NSObject> items, const ItemsKey& key) {
-    if (const auto archiver = kindOf<NSKeyedArchiver>(coder))
+    if (const auto archiver = storedKindOf<NSKeyedArchiver>(coder))
         return archiveItems(archiver, items, key.archived);
     for (std::size_t index = 0; index < items.size(); ++index)
         coder.encodeObject_forKey(items[index], keyOfItem(key, index));
 }
 
 std::vector<NSObject> decodeItems(NSCoder coder, const ItemsKey& key) {
-    if (const auto unarchiver = kindOf<NSKeyedUnarchiver>(coder))
+    if (const auto unarchiver = storedKindOf<NSKeyedUnarchiver>(coder))
         return unarchiveItems(unarchiver, key.archived);
     std::vector<NSObject> items;
     for (NSString each = keyOfItem(key, 0); coder.containsValueForKey(each);
@@ -46,7 +47,7 @@ std::vector<NSObject> decodeItems(NSCoder coder, const ItemsKey& key) {
 }
 
 void encodeText(NSCoder coder, NSString text) {
-    if (const auto archiver = kindOf<NSKeyedArchiver>(coder)) {
+    if (const auto archiver = storedKindOf<NSKeyedArchiver>(coder)) {
         const Retained<NSString> unchanging = newString(contentsOf(text));
         return archivePropertyList(archiver, unchanging, textKey());
     }
@@ -57,7 +58,7 @@ void encodeText(NSCoder coder, NSString text) {
 
 NSString decodeText(NSCoder coder) {
     NSString text;
-    if (const auto unarchiver = kindOf<NSKeyedUnarchiver>(coder)) {
+    if (const auto unarchiver = storedKindOf<NSKeyedUnarchiver>(coder)) {
         text = kindOf<NSString>(unarchivePropertyList(unarchiver, textKey()));
     } else {
         NSUInteger length = 0;
@@ -69,7 +70,7 @@ NSString decodeText(NSCoder coder) {
 }
 
 void checkCopyOfDecoded(NSCoder coder, std::size_t bytes) {
-    if (const auto unarchiver = kindOf<NSKeyedUnarchiver>(coder)) chargeCopy(unarchiver, bytes);
+    if (const auto unarchiver = storedKindOf<NSKeyedUnarchiver>(coder)) chargeCopy(unarchiver, bytes);
 }
 
 } // namespace tessarin::embedded

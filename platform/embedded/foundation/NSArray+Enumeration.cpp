@@ -7,7 +7,7 @@
 
 #include <algorithm>
 #include <atomic>
-#include <utility>
+#include <functional>
 
 namespace tessarin::embedded {
 namespace {
@@ -49,7 +49,7 @@ void walkConcurrently(NSArray self, bool isReversed, Visit&& visit) {
     const NSUInteger count = items.size();
     const NSUInteger portions = (count + objectsPerPortion - 1) / objectsPerPortion;
     std::atomic<bool> stopped = false;
-    shareWork(portions, count / objectsPerThread, [&](NSUInteger portion) {
+    const auto walkPortion = [&](NSUInteger portion) {
         const NSUInteger begin = portion * objectsPerPortion;
         const NSUInteger end = std::min(begin + objectsPerPortion, count);
         for (NSUInteger step = begin; step < end; ++step) {
@@ -60,7 +60,8 @@ void walkConcurrently(NSArray self, bool isReversed, Visit&& visit) {
             if (stop != NO) stopped.store(true, std::memory_order_relaxed);
         }
         return true;
-    });
+    };
+    shareWork(portions, count / objectsPerThread, std::ref(walkPortion));
     if (!stopped && mutationsOf(self) != mutations) runtime::raiseMutation(self.object());
 }
 
@@ -101,7 +102,8 @@ NSIndexSet indexesOfObjectsWithOptions_passingTest(NSArray self, SEL selector, N
     // A byte for each, so that threads which mark neighbours do not meet.
     std::vector<unsigned char> passed(self.count());
     walkWithOptions(self, options, [&](id object, NSUInteger index, BOOL* stop) {
-        if (test(object, index, stop) != NO) passed[index] = 1;
+        // A derived class may have more objects by now than it counted.
+        if (index < passed.size() && test(object, index, stop) != NO) passed[index] = 1;
     });
     return setOfMarked(passed);
 }
@@ -109,21 +111,28 @@ NSIndexSet indexesOfObjectsWithOptions_passingTest(NSArray self, SEL selector, N
 NSArray objectsAtIndexes(NSArray self, SEL selector, NSIndexSet indexes) {
     if (!indexes) raiseFrom(NSInvalidArgumentException(), self, selector, "index set cannot be nil");
     constexpr auto notFound = static_cast<NSUInteger>(NSNotFound);
+    const auto checkIndex = [&](NSUInteger index, NSUInteger count) {
+        if (index >= count) [[unlikely]]
+            raiseFrom(NSRangeException(), self, selector,
+                      "index " + std::to_string(index) + " in index set beyond " + boundsText(count));
+    };
     const NSUInteger count = self.count();
     const NSUInteger last = indexes.lastIndex();
-    if (last != notFound && last >= count)
-        raiseFrom(NSRangeException(), self, selector,
-                  "index " + std::to_string(last) + " in index set beyond " + boundsText(count));
+    if (last != notFound) checkIndex(last, count);
     const bool isDirect = hasArrayStorage(self);
-    const NSObject* const items = storageOf<ArrayStorage>(self).items;
-    NSUInteger index = indexes.firstIndex();
-    return newArrayOfNew(indexes.count(),
-                         [&](NSUInteger) {
-                             const NSUInteger current =
-                                 std::exchange(index, indexes.indexGreaterThanIndex(index));
-                             return retain(isDirect ? items[current] : NSObject(self.objectAtIndex(current)));
-                         })
-        .autorelease();
+    const ArrayStorage& source = storageOf<ArrayStorage>(self);
+    // A set of a derived class may claim to hold more than the array has, and what it answers is code of its
+    // own, which may edit the array.
+    const NSUInteger most = std::min(indexes.count(), count);
+    Retained<NSArray> chosen = newArrayWithRoom(most);
+    ArrayStorage& target = storageOf<ArrayStorage>(chosen);
+    for (NSUInteger index = indexes.firstIndex(); index != notFound && target.count < most;
+         index = indexes.indexGreaterThanIndex(index)) {
+        if (isDirect) checkIndex(index, source.count);
+        const NSObject object = isDirect ? source.items[index] : NSObject(self.objectAtIndex(index));
+        target.items[target.count++] = retain(object).leak();
+    }
+    return chosen.autorelease();
 }
 
 } // namespace

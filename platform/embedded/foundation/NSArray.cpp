@@ -220,11 +220,17 @@ NSObject reverseObjectEnumerator(NSArray self, SEL) { return makeArrayEnumerator
 // Over a copy, since the message might change the array.
 void makeObjectsPerformSelector(NSArray self, SEL, SEL message) {
     const Retained<NSArray> items = adopt(self.copy());
-    for (const NSObject item : ArrayItems(items)) send<id>(item, message);
+    for (const NSObject item : ArrayItems(items)) {
+        requireSelector(item, message);
+        send<id>(item, message);
+    }
 }
 void makeObjectsPerformSelector_withObject(NSArray self, SEL, SEL message, NSObject argument) {
     const Retained<NSArray> items = adopt(self.copy());
-    for (const NSObject item : ArrayItems(items)) send<id>(item, message, argument);
+    for (const NSObject item : ArrayItems(items)) {
+        requireSelector(item, message);
+        send<id>(item, message, argument);
+    }
 }
 
 // ---- Arrays made of arrays

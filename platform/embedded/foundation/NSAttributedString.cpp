@@ -114,7 +114,7 @@ NSString description(NSAttributedString self, SEL) {
     NSUInteger start = 0;
     for (const AttributeRun& run : runs) {
         described.append(contentsOf(text).sub(start, run.length));
-        described.append(contentsOf(attributesDescription(run.attributes)));
+        described.append(contentsOf(attributesDescription(run.attributes, described.length())));
         start += run.length;
     }
     return makeString(described.view());

@@ -3,13 +3,13 @@
 #include "platform/embedded/foundation/BundleFolders.h"
 #include "platform/embedded/foundation/FileContents.h"
 #include "platform/embedded/foundation/FileSystemPath.h"
-#include "platform/embedded/foundation/StringStorage.h"
 #include "platform/embedded/foundation/StringsFile.h"
 #include "platform/embedded/foundation/UserLanguages.h"
 #include "platform/embedded/runtime/Classes.h"
 
 #include <map>
 #include <mutex>
+#include <string>
 
 namespace tessarin::embedded {
 namespace {
@@ -18,8 +18,8 @@ namespace fs = std::filesystem;
 
 struct BundleStorage {
     fs::path folder;
-    std::mutex mutex;                                     // of what follows
-    std::map<std::string, Retained<NSDictionary>> tables; // of texts, by name; nil for none
+    std::mutex mutex;                                        // of what follows
+    std::map<std::u16string, Retained<NSDictionary>> tables; // of texts, by name; nil for none
 };
 
 // ---- Making. There is one bundle for each folder, which lives as long as the process.
@@ -63,21 +63,22 @@ NSString resourcePath(NSBundle self, SEL) {
 // ---- Texts
 
 NSDictionary readTable(const fs::path& path) {
-    const auto bytes = readFile(path.string());
+    const auto bytes = readFile(path);
     if (!bytes) return nil;
     return textsOfStringsFile({reinterpret_cast<const char*>(bytes->data()), bytes->size()});
 }
 
 // In the first language that it is there in, or in none.
-NSDictionary findTable(const fs::path& bundle, const std::string& name) {
+NSDictionary findTable(const fs::path& bundle, const std::u16string& name) {
+    const auto file = fileSystemPath(NSString(name + u".strings"));
+    if (!file) return nil;
     const fs::path resources = resourceFolderOfBundle(bundle);
-    const std::string file = name + ".strings";
     for (const std::string& language : userLanguages())
-        if (const NSDictionary table = readTable(resources / (language + ".lproj") / file)) return table;
-    return readTable(resources / file);
+        if (const NSDictionary table = readTable(resources / (language + ".lproj") / *file)) return table;
+    return readTable(resources / *file);
 }
 
-Retained<NSDictionary> tableNamed(BundleStorage& storage, const std::string& name) {
+Retained<NSDictionary> tableNamed(BundleStorage& storage, const std::u16string& name) {
     const std::lock_guard lock(storage.mutex);
     const auto known = storage.tables.find(name);
     if (known != storage.tables.end()) return known->second;
@@ -86,7 +87,7 @@ Retained<NSDictionary> tableNamed(BundleStorage& storage, const std::string& nam
 
 NSString localizedStringForKey_value_table(NSBundle self, SEL, NSString key, NSString value, NSString table) {
     if (!key) return value ? value : ""_ns;
-    const std::string name = table.length() > 0 ? utf8Of(table) : "Localizable";
+    const auto name = table.length() > 0 ? static_cast<std::u16string>(table) : u"Localizable";
     const Retained<NSDictionary> texts = tableNamed(storageOf<BundleStorage>(self), name);
     if (const NSString text = kindOf<NSString>(texts.objectForKey(key))) return retain(text).autorelease();
     return value.length() > 0 ? value : key;

@@ -119,6 +119,11 @@ BOOL longCharacterIsMember(NSCharacterSet self, SEL, std::uint32_t character) {
     return character <= 0xFFFF && self.characterIsMember(static_cast<unichar>(character));
 }
 
+// Whether the storage tells the members: no derived class has a test of its own, for units or for characters.
+bool keepsMembers(NSCharacterSet set) {
+    return !hasOwnTest(set) && answersWith(set, "longCharacterIsMember:"_sel, longCharacterIsMember);
+}
+
 // ---- Comparing and deriving
 
 // The members as ranges, sorted, none touching the next. A derived class's own are asked for one by one.
@@ -131,7 +136,7 @@ std::vector<Range> membersOf(NSCharacterSet set) {
         else
             members.push_back(range);
     };
-    if (hasOwnTest(set)) {
+    if (!keepsMembers(set)) {
         for (char32_t character = 0; character <= lastCharacter; ++character)
             if (isMember(character)) add({character, character});
         return members;
@@ -157,7 +162,7 @@ NSCharacterSet invertedSet(NSCharacterSet self, SEL) {
     Retained<NSCharacterSet> set = newSet("NSCharacterSet"_class);
     CharacterSetStorage& inverted = storageOfSet(set);
     inverted.isInverted = true;
-    if (hasOwnTest(self)) {
+    if (!keepsMembers(self)) {
         inverted.ownRanges = membersOf(self);
         for (const Range range : inverted.ownRanges) addLatin1(inverted, range);
         inverted.ranges = inverted.ownRanges;
@@ -196,10 +201,7 @@ id copyWithZone(NSCharacterSet self, SEL, void*) { return retain(self).leak(); }
 } // namespace
 
 Membership::Membership(NSCharacterSet set)
-    : set_(set),
-      storage_(!hasOwnTest(set) && answersWith(set, "longCharacterIsMember:"_sel, longCharacterIsMember)
-                   ? &storageOfSet(set)
-                   : nullptr) {}
+    : set_(set), storage_(keepsMembers(set) ? &storageOfSet(set) : nullptr) {}
 
 ClassDescription describeNSCharacterSet() {
     return {.name = "NSCharacterSet",

@@ -1,5 +1,6 @@
 #include "platform/embedded/foundation/DataStorage.h"
 #include "platform/embedded/foundation/FileContents.h"
+#include "platform/embedded/foundation/FileSystemPath.h"
 #include "platform/embedded/foundation/KeyedCoding.h"
 
 #include "TessarinPlatform/NSException.h"
@@ -48,8 +49,13 @@ id dataWithBytes_length(Class self, SEL, const void* bytes, NSUInteger length) {
 
 id dataWithData(Class self, SEL, NSData other) { return makeData(self, bytesOf(other)); }
 
+std::optional<std::vector<std::byte>> contentsOfFile(NSString path) {
+    const auto file = fileSystemPath(path);
+    return file ? readFile(*file) : std::nullopt;
+}
+
 id dataWithContentsOfFile(Class self, SEL, NSString path) {
-    const auto contents = readFile(static_cast<std::string>(path));
+    const auto contents = contentsOfFile(path);
     return contents ? makeData(self, *contents) : id();
 }
 
@@ -57,7 +63,7 @@ NSData initWithData(NSData self, SEL, NSData other) { return initialize(self, by
 
 NSData initWithContentsOfFile(NSData self, SEL, NSString path) {
     Retained<NSData> owned = adopt(self);
-    const auto contents = readFile(static_cast<std::string>(path));
+    const auto contents = contentsOfFile(path);
     return contents ? initialize(owned.leak(), *contents) : NSData();
 }
 
@@ -153,10 +159,9 @@ NSString description(NSData self, SEL) {
 }
 
 BOOL writeToFile_atomically(NSData self, SEL, NSString path, BOOL atomically) {
-    const auto name = static_cast<std::string>(path);
-    return (atomically != NO ? writeFileAtomically(name, bytesOf(self)) : writeFile(name, bytesOf(self)))
-               ? YES
-               : NO;
+    const auto file = fileSystemPath(path);
+    if (!file) return NO;
+    return atomically != NO ? writeFileAtomically(*file, bytesOf(self)) : writeFile(*file, bytesOf(self));
 }
 
 } // namespace

@@ -1,8 +1,6 @@
 #include "platform/embedded/foundation/DateStorage.h"
 #include "platform/embedded/foundation/KeyedCoding.h"
 
-#include "TessarinPlatform/Retained.h"
-
 #include <bit>
 #include <chrono>
 #include <cmath>

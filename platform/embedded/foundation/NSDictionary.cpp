@@ -109,8 +109,11 @@ NSDictionary initWithObjects_forKeys_count(NSDictionary self, SEL selector, cons
 
 NSDictionary initWithObjects_forKeys(NSDictionary self, SEL selector, NSArray objects, NSArray keys) {
     Retained<NSDictionary> owned = adopt(self);
-    const ArrayItems objectItems(objects);
-    const ArrayItems keyItems(keys);
+    // Hashing, comparing and copying are the keys' own code, which might change the arrays.
+    const Retained<NSArray> keptObjects = adopt(objects.copy());
+    const Retained<NSArray> keptKeys = adopt(keys.copy());
+    const ArrayItems objectItems(keptObjects);
+    const ArrayItems keyItems(keptKeys);
     if (objectItems.size() != keyItems.size())
         raiseFrom(NSInvalidArgumentException(), self, selector,
                   "count of objects (" + std::to_string(objectItems.size()) + ") differs from count of keys ("

@@ -8,8 +8,6 @@
 #include "TessarinPlatform/NSCoder.h"
 #include "TessarinPlatform/NSException.h"
 
-#include <limits>
-
 namespace tessarin::embedded {
 namespace {
 
@@ -74,7 +72,9 @@ bool readRuns(IndexSetStorage& storage, NSCoder coder) {
     if (runCount < 0) return false;
     if (runCount == 0) return true;
     std::span<const std::byte> bytes = bytesOf(kindOf<NSData>(coder.decodeObjectForKey(dataKey())));
-    checkCopyOfDecoded(coder, 16 * bytes.size()); // in a set a run of two bytes may take some sixty
+    // In the set a run of two bytes may take some sixty. A good half of it is charged, since a sound archive
+    // may be little else than one large set, and has 16 for each of its bytes.
+    checkCopyOfDecoded(coder, 16 * bytes.size());
     for (std::int64_t run = 0; run < runCount; ++run) {
         const auto first = takeNumber(bytes);
         const auto length = takeNumber(bytes);
@@ -88,7 +88,7 @@ NSIndexSet initWithCoder(NSIndexSet self, SEL selector, NSCoder coder) {
     requireKeys(coder, self, selector);
     IndexSetStorage read;
     if (!readRuns(read, coder))
-        raiseFrom(NSInvalidArgumentException(), self, selector, "the archive holds no index set");
+        raiseFrom(NSInvalidUnarchiveOperationException(), self, selector, "the archive holds no index set");
     storageOf(self) = std::move(read);
     return owned.leak();
 }

@@ -23,9 +23,9 @@ NSIndexSet initWithIndex(NSIndexSet self, SEL, NSUInteger index) {
     return self.initWithIndexesInRange({index, 1});
 }
 
-NSIndexSet initWithIndexSet(NSIndexSet self, SEL, NSIndexSet other) {
+NSIndexSet initWithIndexSet(NSIndexSet self, SEL selector, NSIndexSet other) {
     Retained<NSIndexSet> owned = adopt(self);
-    if (other) storageOf(self) = storageOf(other);
+    if (other) storageOf(self) = indexesOf(other, self, selector);
     return owned.leak();
 }
 
@@ -128,6 +128,12 @@ void checkRange(NSIndexSet receiver, SEL selector, NSRange range) {
         return;
     raiseFrom(NSInvalidArgumentException(), receiver, selector,
               "Range " + describe(range) + " exceeds maximum index value of NSNotFound - 1");
+}
+
+const IndexSetStorage& indexesOf(NSIndexSet set, NSIndexSet receiver, SEL selector) {
+    if (!storedKindOf<NSIndexSet>(set))
+        raiseFrom(NSInvalidArgumentException(), receiver, selector, "what is given has to be an index set");
+    return storageOf(set);
 }
 
 ClassDescription describeNSIndexSet() {

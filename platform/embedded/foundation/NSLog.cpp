@@ -5,6 +5,8 @@
 #include <cstdio>
 #include <ctime>
 #include <functional>
+#include <string>
+#include <string_view>
 #include <thread>
 
 #if defined(_WIN32)
@@ -31,7 +33,8 @@ std::string programName() {
 #elif defined(__APPLE__) || defined(__FreeBSD__) || defined(__NetBSD__) || defined(__OpenBSD__)
     return getprogname();
 #elif defined(_WIN32)
-    return embedded::binaryOfAddress(nullptr).stem().string();
+    const std::u8string name = embedded::binaryOfAddress(nullptr).stem().u8string();
+    return {name.begin(), name.end()};
 #else
     return "program";
 #endif

@@ -8,6 +8,7 @@
 #include "TessarinPlatform/ValueComparison.h"
 
 #include <algorithm>
+#include <limits>
 #include <string>
 #include <utility>
 
@@ -272,8 +273,9 @@ void sortUsingDescriptors(NSMutableArray self, SEL, NSArray descriptors) {
 }
 
 std::span<NSObject> itemsOfPlainArray(NSMutableArray array) {
-    if (!editsStorage(array)) return {};
+    if (!array || !editsStorage(array)) return {};
     ArrayStorage& storage = storageOf(array);
+    if (storage.count == 0) return {};
     ++storage.mutations;
     return {storage.items, storage.count};
 }

@@ -30,14 +30,14 @@ void removeIndexesInRange(NSMutableIndexSet self, SEL selector, NSRange range) {
 }
 
 // Either may be given the set itself: a walk by runs goes by the numbers, not by places in the tree.
-void addIndexes(NSMutableIndexSet self, SEL, NSIndexSet other) {
+void addIndexes(NSMutableIndexSet self, SEL selector, NSIndexSet other) {
     if (!other) return;
-    const IndexSetStorage& added = storageOf(other);
+    const IndexSetStorage& added = indexesOf(other, self, selector);
     for (auto run = added.runFrom(0); run; run = added.runFrom(run->last + 1)) storageOf(self).add(*run);
 }
-void removeIndexes(NSMutableIndexSet self, SEL, NSIndexSet other) {
+void removeIndexes(NSMutableIndexSet self, SEL selector, NSIndexSet other) {
     if (!other) return;
-    const IndexSetStorage& removed = storageOf(other);
+    const IndexSetStorage& removed = indexesOf(other, self, selector);
     for (auto run = removed.runFrom(0); run; run = removed.runFrom(run->last + 1))
         storageOf(self).remove(*run);
 }

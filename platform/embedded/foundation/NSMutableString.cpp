@@ -9,9 +9,12 @@ namespace {
 
 void replaceCharacters(NSMutableString self, SEL selector, NSRange range, NSString replacement) {
     rejectNil(replacement, self, selector);
+    // Before the range is checked, since a derived class's units are code of its own, which may edit the
+    // string.
+    const Contents contents = contentsOf(replacement);
     StringStorage& storage = storageOf<StringStorage>(self);
     checkRange(range, storage.length(), self, selector);
-    storage.replace(range, contentsOf(replacement));
+    storage.replace(range, contents);
 }
 
 StringStorage* editableStorageOfSubclass(NSMutableString self) {
@@ -27,10 +30,9 @@ inline StringStorage* editableStorage(NSMutableString self) {
 }
 
 inline void append(NSMutableString self, StringView contents) {
-    if (StringStorage* storage = editableStorage(self))
-        storage->append(contents);
-    else
-        self.replaceCharactersInRange_withString({self.length(), 0}, makeString(contents));
+    if (StringStorage* storage = editableStorage(self)) return storage->append(contents);
+    const NSString appended = makeString(contents); // first, since the length is the derived class's own code
+    self.replaceCharactersInRange_withString({self.length(), 0}, appended);
 }
 
 NSMutableString initWithCapacity(NSMutableString self, SEL, NSUInteger capacity) {

@@ -1,5 +1,6 @@
 #include "platform/embedded/foundation/KeyedCoding.h"
 #include "platform/embedded/foundation/NumberValue.h"
+#include "platform/services/BooleanNumbers.h"
 
 #include <array>
 
@@ -129,7 +130,8 @@ id numberWith(Class self, SEL, T number) {
     return common ? id(common) : makeUncommonNumber(value);
 }
 
-// ---- Archiving. A keyed archiver takes a number as it is; these are for the others.
+// ---- Archiving. A keyed archiver takes a number as it is; these are for the others. NSCoder has no
+// operation for integers from 2^63 on: one of them goes as its bits, and a second value says so.
 
 void encodeWithCoder(NSNumber self, SEL, NSCoder coder) {
     const NumberValue value = embedded::valueOf(self);
@@ -139,6 +141,7 @@ void encodeWithCoder(NSNumber self, SEL, NSCoder coder) {
         coder.encodeDouble_forKey(value.real, "NS.dblval"_ns);
     else
         coder.encodeInt64_forKey(value.integer, "NS.intval"_ns);
+    if (value.kind == NumberKind::uint64) coder.encodeBool_forKey(true, "NS.isunsigned"_ns);
 }
 
 NSNumber initWithCoder(NSNumber self, SEL, NSCoder coder) {
@@ -150,6 +153,8 @@ NSNumber initWithCoder(NSNumber self, SEL, NSCoder coder) {
         value = NumberValue::ofDouble(coder.decodeDoubleForKey("NS.dblval"_ns));
     else
         value = NumberValue::ofInt64(coder.decodeInt64ForKey("NS.intval"_ns));
+    if (coder.containsValueForKey("NS.isunsigned"_ns) && coder.decodeBoolForKey("NS.isunsigned"_ns))
+        value = NumberValue::ofUnsigned(static_cast<std::uint64_t>(value.integer));
     return initialize(owned.leak(), value);
 }
 
@@ -214,6 +219,11 @@ NumberValue valueOf(NSNumber number) {
     default:
         return NumberValue::ofInt64(number.longLongValue());
     }
+}
+
+NumberValue valueInPropertyList(NSNumber number) {
+    if (isPlain(number) || !isBoolean(number)) return valueOf(number);
+    return NumberValue::ofBoolean(number.boolValue());
 }
 
 ClassDescription describeNSNumber() {

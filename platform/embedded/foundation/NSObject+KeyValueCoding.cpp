@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <string>
 #include <type_traits>
 
@@ -142,8 +143,8 @@ bool beginsOrEndsALife(std::string_view name) {
 
 Accessor findAccessor(NSObject object, const std::string& name) {
     const SEL selector = findSelector(name);
-    if (beginsOrEndsALife(name)) return {nullptr, ""};
-    const Method* method = selector ? findMethod(classRecordOf(object.object()), selector) : nullptr;
+    if (!selector || beginsOrEndsALife(name)) return {nullptr, ""};
+    const std::optional<Method> method = findMethod(classRecordOf(object.object()), selector);
     return method ? Accessor{selector, method->encoding} : Accessor{nullptr, ""};
 }
 

@@ -4,10 +4,11 @@
 #include "platform/embedded/foundation/CharacterSetStorage.h"
 #include "platform/embedded/foundation/NumberReading.h"
 #include "platform/embedded/foundation/StringComparison.h"
+#include "platform/services/HexadecimalDigits.h"
 #include "platform/services/Utf8.h"
 
 #include <algorithm>
-#include <array>
+#include <limits>
 
 namespace tessarin::embedded {
 namespace {
@@ -32,7 +33,7 @@ NSScanner initWithString(NSScanner self, SEL selector, NSString string) {
     rejectNil(string, self, selector);
     ScannerStorage& storage = storageOf(self);
     // A class derived from NSString would be asked for every unit again at each scan.
-    const bool keepsUnits = string.object()->isa == "NSString"_class.object();
+    const bool keepsUnits = isPlainString(string);
     storage.string = keepsUnits ? retain(string) : newString(contentsOf(string));
     storage.skipped = retain(NSCharacterSet::whitespaceAndNewlineCharacterSet());
     return scanner.leak();
@@ -84,24 +85,12 @@ BOOL isAtEnd(NSScanner self, SEL) {
 
 // ---- Numbers
 
-// The value of each digit, -1 for every other unit of Latin-1.
-constexpr auto digitValues = [] {
-    std::array<std::int8_t, 256> values{};
-    values.fill(-1);
-    for (int value = 0; value < 16; ++value) {
-        values[static_cast<std::size_t>("0123456789ABCDEF"[value])] = static_cast<std::int8_t>(value);
-        values[static_cast<std::size_t>("0123456789abcdef"[value])] = static_cast<std::int8_t>(value);
-    }
-    return values;
-}();
-int hexadecimalDigit(char16_t unit) { return unit < digitValues.size() ? digitValues[unit] : -1; }
-
 // The prefix counts as one only where a digit follows it: 0x alone is the number 0 and then an x.
 template <class Integer>
 std::optional<Integer> readHexadecimal(StringView text, std::size_t& place) {
     return text.visit([&](auto units) -> std::optional<Integer> {
         const auto digitAt = [&](std::size_t index) {
-            return index < units.size() ? hexadecimalDigit(units[index]) : -1;
+            return index < units.size() ? hexadecimalValue(units[index]) : -1;
         };
         if (digitAt(place) == 0 && digitAt(place + 2) >= 0 && (units[place + 1] | 0x20) == 'x') place += 2;
         int digit = digitAt(place);
@@ -123,7 +112,7 @@ std::optional<unsigned> numberOfEightDigits(StringView text) {
     unsigned number = 0;
     int all = 0; // negative as soon as one is no digit
     for (std::size_t index = 0; index < count; ++index) {
-        const int digit = digitValues[text.narrow()[index]];
+        const int digit = hexadecimalValue(text.narrow()[index]);
         all |= digit;
         number = number << 4 | static_cast<unsigned>(digit);
     }
@@ -205,18 +194,18 @@ std::size_t startOfMatch(StringView text, StringView wanted, bool isCaseSensitiv
 
 BOOL scanString(NSScanner self, SEL selector, NSString wanted, NSString* result) {
     rejectNil(wanted, self, selector);
+    ScannerStorage& scanner = storageOf(self);
+    const std::size_t start = startOfScan(scanner); // first: an application's set may edit what is wanted
     const Contents units = contentsOf(wanted);
     if (units.isEmpty()) return NO;
-    ScannerStorage& scanner = storageOf(self);
-    const std::size_t start = startOfScan(scanner);
     const std::size_t length = lengthOfMatch(scanner.text().from(start), units, scanner.isCaseSensitive);
     return scanRange(scanner, start, start + length, result);
 }
 BOOL scanUpToString(NSScanner self, SEL selector, NSString wanted, NSString* result) {
     rejectNil(wanted, self, selector);
-    const Contents units = contentsOf(wanted);
     ScannerStorage& scanner = storageOf(self);
-    const std::size_t start = startOfScan(scanner);
+    const std::size_t start = startOfScan(scanner); // first, as above
+    const Contents units = contentsOf(wanted);
     const StringView rest = scanner.text().from(start);
     const std::size_t length =
         units.isEmpty() ? rest.length() : startOfMatch(rest, units, scanner.isCaseSensitive);
@@ -263,7 +252,7 @@ unsigned scannedHexInt(NSString string) {
     if (const auto number = numberOfEightDigits(text)) return *number;
     std::size_t place = 0;
     // Most begin with a digit, which is no white space.
-    if (text.isEmpty() || hexadecimalDigit(text[0]) < 0)
+    if (text.isEmpty() || hexadecimalValue(text[0]) < 0)
         place = endOfCharacters(text, 0, NSCharacterSet::whitespaceAndNewlineCharacterSet(), true);
     return readHexadecimal<unsigned>(text, place).value_or(0);
 }

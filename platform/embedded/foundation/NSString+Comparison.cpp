@@ -156,8 +156,9 @@ NSComparisonResult compareWithOptions(NSString self, SEL selector, NSString othe
                                       NSStringCompareOptions options) {
     rejectNil(other, self, selector);
     if (self == other) return NSOrderedSame;
-    const Contents left = contentsOf(self);
-    const Contents right = contentsOf(other);
+    const ContentsOfBoth contents = contentsOfBoth(self, other);
+    const StringView left = contents.first;
+    const StringView right = contents.second;
     const bool foldsCase = (options & NSCaseInsensitiveSearch) != 0;
     if ((options & NSLiteralSearch) == 0) return compareCanonically(left, right, foldsCase);
     if (!foldsCase) return compareUnits(left, right);

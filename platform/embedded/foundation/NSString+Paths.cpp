@@ -21,7 +21,7 @@ constexpr auto notFound = static_cast<std::size_t>(NSNotFound);
 constexpr const char* homeVariable = "USERPROFILE";
 
 std::string accountHome(const char*) { return {}; }
-// From C:\\Users\\name to /C:/Users/name.
+// From C:\Users\name to /C:/Users/name.
 NSString homePath(const char* value) { return stringWithPath(std::filesystem::path(value)); }
 #else
 constexpr const char* homeVariable = "HOME";

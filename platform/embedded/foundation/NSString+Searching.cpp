@@ -137,20 +137,21 @@ std::size_t findLast(StringView text, StringView searched) {
 // An empty prefix or suffix answers NO, which is meant: the platform looks for it and finds nothing.
 BOOL hasPrefix(NSString self, SEL selector, NSString prefix) {
     rejectNil(prefix, self, selector);
-    const Contents searched = contentsOf(prefix);
-    return !searched.isEmpty() && startsWith(contentsOf(self), searched);
+    const ContentsOfBoth contents = contentsOfBoth(self, prefix);
+    return !contents.second.isEmpty() && startsWith(contents.first, contents.second);
 }
 BOOL hasSuffix(NSString self, SEL selector, NSString suffix) {
     rejectNil(suffix, self, selector);
-    const Contents searched = contentsOf(suffix);
-    return !searched.isEmpty() && endsWith(contentsOf(self), searched);
+    const ContentsOfBoth contents = contentsOfBoth(self, suffix);
+    return !contents.second.isEmpty() && endsWith(contents.first, contents.second);
 }
 
 NSRange rangeOfStringWithOptions(NSString self, SEL selector, NSString searched,
                                  NSStringCompareOptions options) {
     rejectNil(searched, self, selector);
-    const Contents text = contentsOf(self);
-    const Contents wanted = contentsOf(searched);
+    const ContentsOfBoth contents = contentsOfBoth(self, searched);
+    const StringView text = contents.first;
+    const StringView wanted = contents.second;
     if (wanted.isEmpty()) return noRange;
     if (options & NSCaseInsensitiveSearch) return findFolded(text, wanted, options);
     const bool backwards = (options & NSBackwardsSearch) != 0;
@@ -167,11 +168,16 @@ NSRange rangeOfString(NSString self, SEL selector, NSString searched) {
     return rangeOfStringWithOptions(self, selector, searched, 0);
 }
 
+// The units of a string for a set to be asked about.
+Contents contentsFor(const Membership& isMember, NSString string) {
+    return isMember.asksTheSet() ? steadyContentsOf(string) : contentsOf(string);
+}
+
 // Unlike trimming it takes a surrogate pair for one character.
 NSRange rangeOfCharacterFromSet(NSString self, SEL selector, NSCharacterSet set) {
     rejectNil(set, self, selector);
     const Membership isMember(set);
-    return contentsOf(self).visit([&](auto units) {
+    return contentsFor(isMember, self).visit([&](auto units) {
         for (std::size_t index = 0; index < units.size();) {
             const std::size_t start = index;
             if (isMember(utf8::nextCharacter(units.data(), units.size(), index)))
@@ -202,8 +208,9 @@ NSArray partsBetween(NSString self, StringView text, const std::vector<NSRange>&
 
 NSArray componentsSeparatedByString(NSString self, SEL selector, NSString separator) {
     rejectNil(separator, self, selector);
-    const Contents text = contentsOf(self);
-    const Contents between = contentsOf(separator);
+    const ContentsOfBoth contents = contentsOfBoth(self, separator);
+    const StringView text = contents.first;
+    const StringView between = contents.second;
     std::vector<NSRange> separators;
     if (!between.isEmpty())
         for (const std::size_t place : findAll(text, between))
@@ -215,7 +222,7 @@ NSArray componentsSeparatedByString(NSString self, SEL selector, NSString separa
 NSArray componentsSeparatedByCharactersInSet(NSString self, SEL selector, NSCharacterSet set) {
     rejectNil(set, self, selector);
     const Membership isMember(set);
-    const Contents text = contentsOf(self);
+    const Contents text = contentsFor(isMember, self);
     std::vector<NSRange> separators;
     text.visit([&](auto units) {
         for (std::size_t index = 0; index < units.size();) {
@@ -230,14 +237,16 @@ NSArray componentsSeparatedByCharactersInSet(NSString self, SEL selector, NSChar
 NSString stringByTrimmingCharactersInSet(NSString self, SEL selector, NSCharacterSet set) {
     rejectNil(set, self, selector);
     const Membership isMember(set);
-    const Contents contents = contentsOf(self);
+    const Contents contents = contentsFor(isMember, self);
     const NSRange kept = contents.visit([&](auto units) {
         std::size_t begin = 0, end = units.size();
         while (begin < end && isMember.unit(units[begin])) ++begin;
         while (end > begin && isMember.unit(units[end - 1])) --end;
         return NSRange{begin, end - begin};
     });
-    return self.substringWithRange(kept);
+    // The set's own test may have edited the string.
+    return isMember.asksTheSet() ? makeString(contents.sub(kept.location, kept.length))
+                                 : self.substringWithRange(kept);
 }
 
 } // namespace

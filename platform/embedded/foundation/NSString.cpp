@@ -8,6 +8,7 @@
 #include "platform/embedded/foundation/StringFormat.h"
 #include "platform/embedded/foundation/StringStorage.h"
 #include "platform/embedded/foundation/Unicode.h"
+#include "platform/embedded/runtime/StoredKind.h"
 #include "platform/services/TextEncodings.h"
 #include "platform/services/Utf8.h"
 
@@ -34,13 +35,11 @@ id allocWithZone(Class self, SEL, void*) {
     return NSObject(createInstance(self));
 }
 
-bool isExactlyString(NSString string) { return string.object()->isa == "NSString"_class.object(); }
-
 NSString initialise(NSString self, StringView contents) {
     if (self == placeholder()) return newString(contents).leak();
     storageOf<StringStorage>(self).assign(contents);
-    if (!directStorage(self) && self.isKindOfClass("NSMutableString"_class) && !contents.isEmpty())
-        as<NSMutableString>(self).setString(makeString(contents));
+    const auto editable = directStorage(self) ? nil : storedKindOf<NSMutableString>(self);
+    if (editable && !contents.isEmpty()) editable.setString(makeString(contents));
     return self;
 }
 NSString fail(NSString self) {
@@ -51,7 +50,7 @@ NSString fail(NSString self) {
 NSString init(NSString self, SEL) { return initialise(self, StringView()); }
 NSString initWithString(NSString self, SEL selector, NSString other) {
     rejectNil(other, self, selector);
-    if (self == placeholder() && isExactlyString(other)) return retain(other).leak();
+    if (self == placeholder() && isPlainString(other)) return retain(other).leak();
     return initialise(self, contentsOf(other));
 }
 NSString initWithCharacters(NSString self, SEL selector, const unichar* characters, NSUInteger length) {
@@ -100,9 +99,9 @@ NSString initWithFormatArguments(NSString self, SEL selector, NSString format, s
     return initialise(self, text.view());
 }
 NSString initWithFormat(NSString self, SEL selector, NSString format, ...) {
+    rejectNil(format, self, selector);
     std::va_list arguments;
     va_start(arguments, format);
-    rejectNil(format, self, selector);
     StringStorage text;
     appendFormat(text, format, arguments);
     va_end(arguments);
@@ -157,7 +156,8 @@ void getCharacters(NSString self, SEL selector, unichar* buffer, NSRange range) 
 BOOL isEqualToString(NSString self, SEL, NSString other) {
     if (self == other) return YES;
     if (!other) return NO;
-    return equalUnits(contentsOf(self), contentsOf(other));
+    const ContentsOfBoth contents = contentsOfBoth(self, other);
+    return equalUnits(contents.first, contents.second);
 }
 BOOL isEqual(NSString self, SEL, NSObject other) {
     if (self == other) return YES;
@@ -181,7 +181,7 @@ NSString description_(NSString self, SEL) { return self; }
 
 const char* UTF8String(NSString self, SEL) {
     const Contents contents = contentsOf(self);
-    if (isExactlyString(self) && isAscii(contents)) {
+    if (isPlainString(self) && isAscii(contents)) {
         // The units are the bytes already, with a zero behind them, and stay as long as the string does.
         retain(self).autorelease();
         return reinterpret_cast<const char*>(contents.narrow());
@@ -196,11 +196,8 @@ const char* UTF8String(NSString self, SEL) {
     });
 }
 
-bool hasUnpairedSurrogate(StringView units) {
-    if (!units.isWide()) return false;
-    for (std::size_t index = 0; index < units.length();)
-        if (utf8::isSurrogate(utf8::nextCharacter(units.wide(), units.length(), index))) return true;
-    return false;
+bool hasUnpairedSurrogate(StringView text) {
+    return text.visit([](auto units) { return utf8::hasUnpairedSurrogate(units.data(), units.size()); });
 }
 
 // nil where the encoding cannot hold the text as it is.
@@ -234,7 +231,7 @@ NSData dataUsingEncoding(NSString self, SEL, NSStringEncoding encoding) {
 // ---- Parts
 
 NSString part(NSString self, StringView contents, NSRange range) {
-    if (range.length == contents.length() && isExactlyString(self)) return retain(self).autorelease();
+    if (range.length == contents.length() && isPlainString(self)) return retain(self).autorelease();
     return makeString(contents.sub(range.location, range.length));
 }
 void checkIndex(NSUInteger index, std::size_t length, NSString self, SEL selector) {
@@ -260,8 +257,9 @@ NSString substringWithRange(NSString self, SEL selector, NSRange range) {
 }
 NSString stringByAppendingString(NSString self, SEL selector, NSString other) {
     rejectNil(other, self, selector);
-    const Contents first = contentsOf(self);
-    const Contents second = contentsOf(other);
+    const ContentsOfBoth contents = contentsOfBoth(self, other);
+    const StringView first = contents.first;
+    const StringView second = contents.second;
     if (!first.isWide() && !second.isWide() && !second.isEmpty()) {
         const auto write = [&](std::uint8_t* units) {
             units = std::copy_n(first.narrow(), first.length(), units);

@@ -3,6 +3,12 @@
 #include "TessarinPlatform/NSException.h"
 
 namespace tessarin::embedded {
+namespace {
+
+constexpr std::size_t mostItemsEnteredAgain = std::size_t{1} << 24;
+constexpr std::size_t itemsOfEmptyArray = 16;
+
+} // namespace
 
 NSObject NestedItems::next() {
     Level& level = levels_.back();
@@ -13,6 +19,17 @@ void NestedItems::enter(NSArray array) {
     if (!open_.insert(array.object()).second)
         raiseFrom(NSInvalidArgumentException(), outermost_, selector_, "the array contains itself");
     levels_.push_back({array, adopt(as<NSArray>(array.copy()))});
+    count(array, levels_.back().items.count());
+}
+
+void NestedItems::count(NSArray array, std::size_t itemCount) {
+    itemCount += itemsOfEmptyArray;
+    itemsEntered_ += itemCount;
+    if (itemsEntered_ <= mostItemsEnteredAgain || entered_.insert(array.object()).second) return;
+    itemsEnteredAgain_ += itemCount;
+    if (itemsEnteredAgain_ > mostItemsEnteredAgain)
+        raiseFrom(NSInvalidArgumentException(), outermost_, selector_,
+                  "the arrays inside the array stand for too many items");
 }
 
 void NestedItems::leave() {

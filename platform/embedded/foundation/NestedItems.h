@@ -3,6 +3,7 @@
 
 #include "platform/embedded/foundation/ArrayStorage.h"
 
+#include <cstddef>
 #include <unordered_set>
 #include <vector>
 
@@ -21,11 +22,15 @@ public:
     std::size_t depth() const { return levels_.size(); }
     // The next item of the innermost, nil at its end.
     NSObject next();
-    // Raises NSInvalidArgumentException for an array that is open already: it would never come to an end.
+    // Raises NSInvalidArgumentException for an array that is open already: it would never come to an end; and
+    // where arrays that stand in several places have been entered again for more than 2^24 items in all, an
+    // array counting as 16: a few inside each other can stand for more than there is time and memory for.
     void enter(NSArray array);
     void leave();
 
 private:
+    void count(NSArray array, std::size_t itemCount);
+
     struct Level {
         NSArray array;
         Retained<NSArray> items;
@@ -36,6 +41,10 @@ private:
     const SEL selector_;
     std::vector<Level> levels_;
     std::unordered_set<Object*> open_;
+    // What was entered is remembered only from where there is so much of it.
+    std::size_t itemsEntered_ = 0;
+    std::unordered_set<Object*> entered_;
+    std::size_t itemsEnteredAgain_ = 0;
 };
 
 } // namespace tessarin::embedded

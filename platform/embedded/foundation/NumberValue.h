@@ -79,4 +79,8 @@ Retained<NSNumber> newNumber(const NumberValue& value);
 // raises the unrecognised-selector exception.
 NumberValue valueOf(NSNumber number);
 
+// What a property list keeps of a number. That of a subclass whose type says that it is a boolean is one,
+// whatever number it is.
+NumberValue valueInPropertyList(NSNumber number);
+
 } // namespace tessarin::embedded

@@ -4,6 +4,7 @@
 #include "platform/embedded/foundation/DocumentText.h"
 #include "platform/embedded/foundation/PropertyListObjects.h"
 #include "platform/embedded/foundation/StringStorage.h"
+#include "platform/services/HexadecimalDigits.h"
 #include "platform/services/PropertyListError.h"
 
 #include <algorithm>
@@ -24,10 +25,7 @@ bool isWordCharacter(char c) {
 
 // The value of a digit in a base up to 16; -1 for anything else.
 int digitValue(char c, int base) {
-    int value = -1;
-    if (c >= '0' && c <= '9') value = c - '0';
-    if (c >= 'a' && c <= 'f') value = c - 'a' + 10;
-    if (c >= 'A' && c <= 'F') value = c - 'A' + 10;
+    const int value = hexadecimalValue(c);
     return value < base ? value : -1;
 }
 

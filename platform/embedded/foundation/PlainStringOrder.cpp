@@ -1,7 +1,7 @@
 #include "platform/embedded/foundation/PlainStringOrder.h"
 
 #include "platform/embedded/foundation/StringComparison.h"
-#include "platform/services/Utf8.h"
+#include "platform/embedded/runtime/StoredKind.h"
 
 #include <algorithm>
 #include <array>
@@ -43,11 +43,9 @@ std::vector<std::uint64_t> ranksOfTexts(std::span<const StringView> texts) {
 }
 
 bool PlainStringOrder::add(NSObject object) {
-    const Object* const isa = object.object()->isa;
-    const bool isString = isa == "NSString"_class.object() || isa == "NSMutableString"_class.object()
-                          || object.isKindOfClass(NSString::classObject());
-    if (!isString || !comparesCanonically(as<NSString>(object))) return false;
-    const StringStorage* const storage = directStorage(as<NSString>(object));
+    const auto string = storedKindOf<NSString>(object);
+    if (!string || !comparesCanonically(string)) return false;
+    const StringStorage* const storage = directStorage(string);
     if (!storage || !isAscii(storage->view())) return false;
     texts_.push_back(storage->view());
     return true;

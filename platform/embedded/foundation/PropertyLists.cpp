@@ -8,10 +8,10 @@
 #include "platform/embedded/foundation/StringStorage.h"
 #include "platform/services/PropertyListCopy.h"
 
+#include <utility>
+
 namespace tessarin::embedded {
 namespace {
-
-bool isPlainString(NSObject object) { return object.object()->isa == NSString::classObject().object(); }
 
 Retained<NSObject> newPlainString(NSObject string) {
     if (isPlainString(string)) return retain(string);
@@ -88,7 +88,7 @@ Retained<NSObject> PropertyListStorage::newLeaf(NSObject leaf, PropertyListKind 
         return newPlainString(leaf);
     case PropertyListKind::number: {
         // Integers are 64 bits wide, as they are when they are read.
-        const NumberValue value = valueOf(as<NSNumber>(leaf));
+        const NumberValue value = valueInPropertyList(as<NSNumber>(leaf));
         return newNumber(value.kind == NumberKind::int32 ? NumberValue::ofInt64(value.integer) : value);
     }
     case PropertyListKind::date:

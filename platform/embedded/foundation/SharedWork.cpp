@@ -6,8 +6,8 @@
 #include <atomic>
 #include <exception>
 #include <mutex>
-#include <system_error>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace tessarin::embedded {
@@ -53,9 +53,10 @@ void shareWork(NSUInteger portions, NSUInteger mostThreads, const std::function<
     const NSUInteger threads =
         std::min({portions, mostThreads, NSUInteger{std::thread::hardware_concurrency()}});
     try {
+        helpers.reserve(threads);
         for (NSUInteger count = 1; count < threads; ++count) helpers.emplace_back(help);
-    } catch (const std::system_error&) {
-        // The machine has no more threads to give; those that there are do the work.
+    } catch (const std::exception&) {
+        // The machine has no more threads to give, or no memory for them; those that there are do the work.
     }
     shared.takePart();
     for (std::thread& helper : helpers) helper.join();

@@ -148,23 +148,26 @@ void StringStorage::replace(NSRange range, StringView contents) {
     const std::size_t kept = old.length() - range.length;
     const std::size_t length = kept + contents.length();
     const bool isWide = (old.isWide() && kept > 0) || needsWide(contents);
+    std::size_t capacity = capacity_; // of this buffer in units of the new width
     if (kept == 0 && isWide != old.isWide()) {
         // Nothing remains, so the buffer can change its width where it stands.
-        capacity_ = isWide ? capacity_ / 2 : capacity_ * 2;
+        capacity = isWide ? capacity / 2 : capacity * 2;
         old = {buffer_.get(), 0, isWide};
         range = {0, 0};
     }
     const std::size_t oldEnd = range.location + range.length;
     const std::size_t newEnd = range.location + contents.length();
-    if (isWide != old.isWide() || length > capacity_) {
+    if (isWide != old.isWide() || length > capacity) {
         const auto oldBuffer =
             reallocate(std::max(length, length > old.length() ? old.length() * 2 : 0), isWide);
         copyUnits(old.sub(0, range.location), buffer_.get(), isWide, 0);
         copyUnits(old.from(oldEnd), buffer_.get(), isWide, newEnd);
-    } else if (oldEnd < old.length()) {
+    } else {
+        capacity_ = capacity;
         const int shift = isWide ? 1 : 0;
-        std::memmove(buffer_.get() + (newEnd << shift), buffer_.get() + (oldEnd << shift),
-                     (old.length() - oldEnd) << shift);
+        if (oldEnd < old.length())
+            std::memmove(buffer_.get() + (newEnd << shift), buffer_.get() + (oldEnd << shift),
+                         (old.length() - oldEnd) << shift);
     }
     copyUnits(contents, buffer_.get(), isWide, range.location);
     contents_ = {buffer_.get(), length, isWide};
@@ -192,7 +195,8 @@ void* StringStorage::placeInline(void* space, std::size_t length, bool isWide) {
 std::unique_ptr<std::byte[]> StringStorage::reallocate(std::size_t capacity, bool isWide) {
     constexpr std::size_t smallest = 16;
     capacity = std::max(capacity, smallest);
-    if (isWide && capacity > SIZE_MAX / 2) throw std::bad_alloc();
+    // No object takes half of all addresses.
+    if (capacity >= (SIZE_MAX / 2) >> (isWide ? 1 : 0)) throw std::bad_alloc();
     std::unique_ptr<std::byte[]> buffer(new std::byte[capacity << (isWide ? 1 : 0)]);
     capacity_ = capacity;
     buffer.swap(buffer_);
@@ -213,6 +217,20 @@ Contents gatheredContents(NSString string) {
     std::unique_ptr<char16_t[]> units(new char16_t[length]);
     if (length > 0) string.getCharacters_range(units.get(), {0, length});
     return Contents(std::move(units), length);
+}
+
+Contents steadyContentsOf(NSString string) {
+    const StringStorage* const storage = string ? directStorage(string) : nullptr;
+    if (!storage || string.object()->isa == "NSString"_class.object()) return contentsOf(string);
+    std::unique_ptr<char16_t[]> units(new char16_t[storage->length()]);
+    storage->view().copyTo(units.get());
+    return Contents(std::move(units), storage->length());
+}
+
+ContentsOfBoth gatheredContentsOfBoth(NSString first, NSString second) {
+    if (directStorage(second)) return {gatheredContents(first), contentsOf(second)}; // in this order
+    Contents gathered = gatheredContents(second);
+    return {contentsOf(first), std::move(gathered)};
 }
 
 Retained<NSString> newString(StringView contents) {

@@ -140,6 +140,10 @@ private:
     mutable std::atomic<std::size_t> hash_{0}; // 0 when it is not known
 };
 
+// Whether an object, which is not nil, is of exactly the immutable class: no operation is overridden, and its
+// units never change.
+inline bool isPlainString(NSObject object) { return object.object()->isa == "NSString"_class.object(); }
+
 // NSString's own primitive operations.
 NSUInteger lengthOfString(NSString self, SEL);
 unichar characterOfStringAtIndex(NSString self, SEL selector, NSUInteger index);
@@ -170,6 +174,24 @@ inline Contents contentsOf(NSString string) {
     if (!string) return Contents(StringView());
     if (const StringStorage* storage = directStorage(string)) return Contents(storage->view());
     return gatheredContents(string);
+}
+
+// The same where an application's code runs while the units are in use, such as the test of its own character
+// set: a copy where that code could edit the string.
+Contents steadyContentsOf(NSString string);
+
+// The units of two strings, neither of them nil. Gathering those of one is its class's own code, which may
+// edit the other string; that one is looked at afterwards.
+struct ContentsOfBoth {
+    Contents first;
+    Contents second;
+};
+ContentsOfBoth gatheredContentsOfBoth(NSString first, NSString second);
+inline ContentsOfBoth contentsOfBoth(NSString first, NSString second) {
+    const StringStorage* const firstStorage = directStorage(first);
+    const StringStorage* const secondStorage = directStorage(second);
+    if (!firstStorage || !secondStorage) return gatheredContentsOfBoth(first, second);
+    return {Contents(firstStorage->view()), Contents(secondStorage->view())};
 }
 
 // A new immutable string that the caller owns. Wide units that all fit are kept narrow.

@@ -1,5 +1,7 @@
 #include "platform/embedded/foundation/URLSyntax.h"
 
+#include "platform/services/HexadecimalDigits.h"
+
 #include <algorithm>
 
 namespace tessarin::embedded {
@@ -11,13 +13,6 @@ bool isLetter(char character) {
 bool isLetterOrDigit(char character) { return isLetter(character) || (character >= '0' && character <= '9'); }
 
 bool isOneOf(std::string_view set, char character) { return set.find(character) != std::string_view::npos; }
-
-int hexadecimalValue(char digit) {
-    if (digit >= '0' && digit <= '9') return digit - '0';
-    if (digit >= 'a' && digit <= 'f') return digit - 'a' + 10;
-    if (digit >= 'A' && digit <= 'F') return digit - 'A' + 10;
-    return -1;
-}
 
 bool isEscape(std::string_view text, std::size_t position) {
     return text.size() - position >= 3 && text[position] == '%' && hexadecimalValue(text[position + 1]) >= 0

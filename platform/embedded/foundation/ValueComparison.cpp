@@ -23,8 +23,6 @@ Comparison comparisonOf(NSObject classObject) {
             runtime::lookUpInClass(classObject.object(), "hash"_sel)};
 }
 
-bool isPlainString(NSObject object) { return object && object.object()->isa == "NSString"_class.object(); }
-
 } // namespace
 
 bool comparesAsValue(NSObject object) {
@@ -44,13 +42,13 @@ bool comparesAsValue(NSObject object) {
 // Most values are strings, which are asked without a message.
 
 NSUInteger hashOfValue(NSObject object) {
-    if (isPlainString(object)) return storageOf<StringStorage>(object).hash();
+    if (object && isPlainString(object)) return storageOf<StringStorage>(object).hash();
     return comparesAsValue(object) ? std::max<NSUInteger>(object.hash(), 1) : 0;
 }
 
 bool areEqualValues(NSObject left, NSObject right) {
     if (left == right) return true;
-    if (isPlainString(left) && isPlainString(right))
+    if (left && right && isPlainString(left) && isPlainString(right))
         return equalUnits(storageOf<StringStorage>(left).view(), storageOf<StringStorage>(right).view());
     return left.isEqual(right);
 }

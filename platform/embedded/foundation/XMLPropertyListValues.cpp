@@ -1,5 +1,7 @@
 #include "platform/embedded/foundation/XMLPropertyListValues.h"
 
+#include "platform/embedded/foundation/XMLWhiteSpace.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -9,13 +11,9 @@
 namespace tessarin::embedded {
 namespace {
 
-bool isWhiteSpace(char character) {
-    return character == ' ' || character == '\t' || character == '\n' || character == '\r';
-}
-
 std::string_view trimmed(std::string_view text) {
-    while (!text.empty() && isWhiteSpace(text.front())) text.remove_prefix(1);
-    while (!text.empty() && isWhiteSpace(text.back())) text.remove_suffix(1);
+    while (!text.empty() && isXMLWhiteSpace(text.front())) text.remove_prefix(1);
+    while (!text.empty() && isXMLWhiteSpace(text.back())) text.remove_suffix(1);
     return text;
 }
 
@@ -179,7 +177,7 @@ std::optional<std::string> dataFromText(std::string_view text) {
         bytes += static_cast<char>(static_cast<unsigned char>(group >> shift));
     };
     for (const char character : text) {
-        if (isWhiteSpace(character)) continue;
+        if (isXMLWhiteSpace(character)) continue;
         if (character == '=') {
             ++padding;
             continue;

@@ -6,6 +6,7 @@
 #include "TessarinPlatform/NSDictionary.h"
 #include "TessarinPlatform/NSNumber.h"
 #include "platform/embedded/foundation/KeyedArchiverUID.h"
+#include "platform/embedded/foundation/NumberValue.h"
 #include "platform/embedded/foundation/PropertyLists.h"
 #include "platform/embedded/foundation/StringStorage.h"
 #include "platform/embedded/foundation/XMLPropertyListValues.h"
@@ -13,6 +14,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <utility>
 #include <vector>
 
 namespace tessarin::embedded {
@@ -96,8 +98,8 @@ std::string Writer::write(NSObject propertyList) {
 void Writer::appendValue(NSObject object) {
     if (++objectCount_ > mostObjects_ && document_.size() > mostBytesOfCopies)
         throw PropertyListProblem("XML would hold too many copies of shared containers");
-    const PropertyListKind kind = kinds_.of(object);
-    if (!holds_ && PropertyListStorage::isForeign(object, kind)) holdAll(object);
+    const PropertyListKind kind = kinds_.of(object, [&] { holdAll(object); });
+    if (PropertyListStorage::isForeign(object, kind)) holdAll(object);
     switch (kind) {
     case PropertyListKind::string:
         return appendTextElement("string", contentsOf(as<NSString>(object)));
@@ -120,10 +122,11 @@ void Writer::appendValue(NSObject object) {
     throw PropertyListProblem("An object changed while it was written");
 }
 
-// Other code that is asked for what an object holds may empty the containers that it stands in, and may keep
-// what it answers no longer than the next question. From then on everything is held until it is written.
+// Other code that is asked for what an object holds, or for its class, may empty the containers that it
+// stands in, and may keep what it answers no longer than the next question. From then on everything is held
+// until it is written.
 void Writer::holdAll(NSObject current) {
-    holds_ = true;
+    if (std::exchange(holds_, true)) return;
     hold(current);
     for (const Pending& pending : pending_) hold(pending.object);
 }
@@ -189,21 +192,20 @@ void Writer::appendDictionary(NSObject dictionary) {
 }
 
 void Writer::appendNumber(NSNumber number) {
-    const char kind = number.objCType()[0];
-    const bool isBoolean = kind == 'c' || kind == 'C' || kind == 'B';
-    if (isBoolean) return appendLine(number.boolValue() ? "<true/>" : "<false/>");
+    const NumberValue value = valueInPropertyList(number);
+    if (value.kind == NumberKind::boolean) return appendLine(value.integer != 0 ? "<true/>" : "<false/>");
     appendIndentation();
-    if (kind == 'f' || kind == 'd') {
+    if (value.isReal()) {
         document_ += "<real>";
-        appendReal(document_, number.doubleValue());
+        appendReal(document_, value.real);
         document_ += "</real>\n";
         return;
     }
-    const bool isUnsigned = kind == 'Q' || kind == 'L';
     char digits[24];
     const auto [end, problem] =
-        isUnsigned ? std::to_chars(digits, digits + sizeof digits, number.unsignedLongLongValue())
-                   : std::to_chars(digits, digits + sizeof digits, number.longLongValue());
+        value.kind == NumberKind::uint64
+            ? std::to_chars(digits, digits + sizeof digits, static_cast<std::uint64_t>(value.integer))
+            : std::to_chars(digits, digits + sizeof digits, value.integer);
     document_ += "<integer>";
     document_.append(digits, end);
     document_ += "</integer>\n";
@@ -239,10 +241,7 @@ void Writer::appendUID(std::uint32_t value) {
 void Writer::appendTextElement(std::string_view name, StringView text) {
     appendIndentation();
     document_.append("<").append(name).append(">");
-    const bool isASCII = !text.isWide() && text.visit([](auto units) {
-        return std::ranges::all_of(units, [](char16_t unit) { return unit < 0x80; });
-    });
-    if (isASCII)
+    if (isAscii(text))
         appendEscaped({reinterpret_cast<const char*>(text.narrow()), text.length()});
     else
         appendEscaped(utf8Of(text));

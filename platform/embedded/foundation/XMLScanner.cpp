@@ -1,6 +1,7 @@
 #include "platform/embedded/foundation/XMLScanner.h"
 
 #include "platform/embedded/foundation/DocumentText.h"
+#include "platform/embedded/foundation/XMLWhiteSpace.h"
 #include "platform/services/PropertyListError.h"
 
 #include <charconv>
@@ -8,10 +9,6 @@
 
 namespace tessarin::embedded {
 namespace {
-
-bool isWhiteSpace(char character) {
-    return character == ' ' || character == '\t' || character == '\n' || character == '\r';
-}
 
 // Whether a text has the spelling of a name in lower-case letters, case aside.
 bool isSpelled(std::string_view text, std::string_view lowerCase) {
@@ -78,7 +75,7 @@ XMLTag XMLScanner::readTag() {
             skipQuoted();
             break;
         default:
-            if (tag.isClosing && !isWhiteSpace(text_[position_])) fail("Malformed closing tag");
+            if (tag.isClosing && !isXMLWhiteSpace(text_[position_])) fail("Malformed closing tag");
         }
     }
     fail("Tag that is not closed");
@@ -121,7 +118,7 @@ std::string_view XMLScanner::readText(std::string_view elementName, std::string&
 }
 
 void XMLScanner::skipWhiteSpace() {
-    while (!atEnd() && isWhiteSpace(text_[position_])) ++position_;
+    while (!atEnd() && isXMLWhiteSpace(text_[position_])) ++position_;
 }
 
 void XMLScanner::skipInsignificant() {

@@ -9,6 +9,9 @@
 
 #include <cstddef>
 #include <new>
+#include <string>
+#include <string_view>
+#include <type_traits>
 #include <vector>
 
 namespace tessarin::embedded {
@@ -76,6 +79,13 @@ bool answersWith(NSObject object, SEL selector, Result (*function)(Self, SEL, Ar
 
 // Where an object lies, as descriptions show it: 0x5581c0de.
 std::string addressText(NSObject object);
+
+// Raises what an unknown message raises where the one that a caller names is null, which cannot be sent.
+[[noreturn]] void refuseNullSelector(NSObject receiver);
+inline void requireSelector(NSObject receiver, SEL selector) {
+    if (!selector) [[unlikely]]
+        refuseNullSelector(receiver);
+}
 
 // Raises the platform's exception for a class of that name with a reason in the platform's wording, for
 // example raiseFrom("NSRangeException"_ns, self, _cmd, "index 9 beyond bounds [0 .. 2]") gives

@@ -4,6 +4,7 @@
 #include "platform/embedded/runtime/BuiltInClass.h"
 
 #include <mutex>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -65,9 +66,9 @@ RuntimeClass* makeClass(const std::string& name, RuntimeClass* superclass,
 // lock.
 void addMethod(RuntimeClass* classRecord, SEL selector, Method method);
 
-// The method that instances of a class have, inherited ones included; null where there is none. Takes the
-// lock.
-const Method* findMethod(RuntimeClass* classRecord, SEL selector);
+// The method that instances of a class have, inherited ones included; nothing where there is none. A copy,
+// made under the lock, since another thread may put another method in its place.
+std::optional<Method> findMethod(RuntimeClass* classRecord, SEL selector);
 
 // Whether the class or one that it is derived from adopts a protocol.
 bool adopts(const RuntimeClass* classRecord, const Object* protocol);

@@ -108,9 +108,12 @@ void forgetCachedMethods(RuntimeClass* classRecord) {
     for (RuntimeClass* subclass : classRecord->subclasses) forgetCachedMethods(subclass);
 }
 
-const Method* findMethod(RuntimeClass* classRecord, SEL selector) {
+void refuseNullSelector(NSObject receiver) { refuse(receiver.object(), nullptr); }
+
+std::optional<Method> findMethod(RuntimeClass* classRecord, SEL selector) {
     const std::lock_guard lock(runtimeMutex());
-    return methodInChain(classRecord, selector);
+    const Method* const method = methodInChain(classRecord, selector);
+    return method ? std::optional(*method) : std::nullopt;
 }
 
 } // namespace tessarin::embedded

@@ -83,8 +83,12 @@ void doesNotRecognizeSelector(NSObject self, SEL, SEL selector) {
     raise(NSInvalidArgumentException(), NSString(reason));
 }
 
-id performSelector(NSObject self, SEL, SEL selector) { return send<id>(self, selector); }
+id performSelector(NSObject self, SEL, SEL selector) {
+    requireSelector(self, selector);
+    return send<id>(self, selector);
+}
 id performSelectorWithObject(NSObject self, SEL, SEL selector, NSObject argument) {
+    requireSelector(self, selector);
     return send<id>(self, selector, argument);
 }
 

@@ -65,7 +65,7 @@ namespace runtime {
 
 SEL registerSelector(const char* name) { return selectorTable().selectorNamed(name); }
 
-const char* selectorName(SEL selector) { return selector->name; }
+const char* selectorName(SEL selector) { return selector ? selector->name : "(null)"; }
 
 } // namespace runtime
 } // namespace tessarin

@@ -1,7 +1,6 @@
 // Whether something is a property list is found out without asking for memory, as long as every container has
 // one owner and no more than 64 are inside each other.
-#include "../CountedMemory.h"
-
+#include "../MemoryRequests.h"
 #include "PlatformTest.h"
 
 namespace tessarin::testing {
