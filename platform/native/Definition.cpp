@@ -161,10 +161,33 @@ void classWasLoaded(::Class loaded, objc_category* category) {
     attachGroups([&](const Group& group) { return group.record.className == class_getName(loaded); });
 }
 
+// While NSBundle loads a bundle it listens in this place itself, and leaves it empty afterwards.
+void listenAgain() {
+    decltype(_objc_load_callback) nobody = nullptr;
+    std::atomic_ref(_objc_load_callback).compare_exchange_strong(nobody, classWasLoaded);
+}
+
+::BOOL (*originalLoad)(::id bundle, ::SEL selector);
+
+::BOOL loadAndAttach(::id bundle, ::SEL selector) {
+    const ::BOOL isLoaded = originalLoad(bundle, selector);
+    native::attachWaiting();
+    return isLoaded;
+}
+
+// NSBundle is asked by a method in front of its own and not by its notification: to observe that, messages
+// would have to be sent before the program has begun.
 [[maybe_unused]] const bool isTold = [] {
-    nextLoadCallback = std::exchange(_objc_load_callback, classWasLoaded);
+    // A group of another file may have been made before, and listen already.
+    if (_objc_load_callback != classWasLoaded)
+        nextLoadCallback = std::exchange(_objc_load_callback, classWasLoaded);
+    originalLoad = replaceMethod("NSBundle", "load", loadAndAttach);
     return true;
 }();
+
+#else
+
+void listenAgain() {} // nothing listens there
 
 #endif
 
@@ -172,6 +195,7 @@ void classWasLoaded(::Class loaded, objc_category* category) {
 
 void native::attachWaiting() {
     if (registry().waitingCount == 0) return;
+    listenAgain();
     defineWaiting();
     attachGroups([](const Group&) { return true; });
 }

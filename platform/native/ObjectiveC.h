@@ -38,4 +38,14 @@ inline Object* objectOf(::id object) { return reinterpret_cast<Object*>(object);
 // The class of that name. Unlike runtime::lookUpClass it leaves what waits for classes alone.
 inline ::Class loadedClass(const char* name) { return reinterpret_cast<::Class>(objc_lookUpClass(name)); }
 
+// Puts a function in the place of a platform class's method, and answers what was there.
+template <class Function>
+Function* replaceMethod(const char* className, const char* selector, Function* replacement) {
+    const ::Method method = class_getInstanceMethod(loadedClass(className), sel_registerName(selector));
+    if (!method) return nullptr;
+    const auto implementation = runtimeImplementation(reinterpret_cast<Implementation>(replacement));
+    return reinterpret_cast<Function*>(
+        reinterpret_cast<Implementation>(method_setImplementation(method, implementation)));
+}
+
 } // namespace tessarin::native

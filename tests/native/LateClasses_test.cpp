@@ -6,6 +6,7 @@
 #include <atomic>
 #include <deque>
 #include <thread>
+#include <utility>
 
 namespace tessarin::testing {
 namespace {
@@ -110,6 +111,26 @@ TEST_F(LateClassTest, GroupsAreAttachedWhenTheRuntimeReportsTheClass) {
     EXPECT_FALSE(class_respondsToSelector(unreported, native::runtimeSelector("lateClassTest_answer"_sel)));
     EXPECT_TRUE(other.isAttached());
     EXPECT_EQ(answerOfInstance(unreported), 42u);
+}
+
+TEST_F(LateClassTest, GroupsAreAttachedWhenABundleIsLoaded) {
+    static const ExtensionGroup group{
+        "LateClassOfBundle", "LateClassTest", {instanceMethod("lateClassTest_answer", answer)}};
+    const NSBundle bundle = NSBundle::bundleWithPath(NSString(TESSARIN_TEST_BUNDLE));
+    ASSERT_EQ(native::loadedClass("LateClassOfBundle"), nullptr);
+    ASSERT_TRUE(send<BOOL>(bundle, "load"_sel));
+    const ::Class loaded = native::loadedClass("LateClassOfBundle");
+    ASSERT_NE(loaded, nullptr);
+    EXPECT_EQ(answerOfInstance(loaded), 42u);
+}
+
+TEST_F(LateClassTest, TheRuntimeReportsClassesAlsoAfterNSBundleHasTakenItsReports) {
+    static const ExtensionGroup group{
+        "LateClassAfterBundle", "LateClassTest", {instanceMethod("lateClassTest_answer", answer)}};
+    const auto listening = std::exchange(_objc_load_callback, nullptr);
+    ASSERT_NE(listening, nullptr);
+    runtime::lookUpClass("LateClassAfterBundle");
+    EXPECT_EQ(_objc_load_callback, listening);
 }
 
 #endif
