@@ -69,7 +69,7 @@ TESSARIN_SYSTEM_DECLARATIONS_BEGIN
 #    if defined(__OBJC__)
 TESSARIN_EXPORT CFStringEncoding CFStringConvertNSStringEncodingToEncoding(unsigned long encoding);
 #    else
-TESSARIN_EXPORT CFStringEncoding CFStringConvertNSStringEncodingToEncoding(NSStringEncoding encoding)
+TESSARIN_EXPORT CFStringEncoding CFStringConvertNSStringEncodingToEncoding(NSUInteger encoding)
     TESSARIN_SYSTEM_SYMBOL("_CFStringConvertNSStringEncodingToEncoding");
 #    endif
 

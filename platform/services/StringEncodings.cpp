@@ -16,11 +16,11 @@ constexpr CFStringEncoding encodingsByNumber[] = {
     kCFStringEncodingWindowsLatin2,
 };
 
-constexpr NSStringEncoding carriedNumber = 0x80000000, carriedBits = 0x7FFFFFFF;
+constexpr NSUInteger carriedNumber = 0x80000000, carriedBits = 0x7FFFFFFF;
 
 } // namespace
 
-CFStringEncoding CFStringConvertNSStringEncodingToEncoding(NSStringEncoding encoding) {
+CFStringEncoding CFStringConvertNSStringEncodingToEncoding(NSUInteger encoding) {
     if (encoding & carriedNumber) return static_cast<CFStringEncoding>(encoding & carriedBits);
     if (encoding < std::size(encodingsByNumber)) return encodingsByNumber[encoding];
     switch (encoding) {

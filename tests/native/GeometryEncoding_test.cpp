@@ -1,26 +1,10 @@
 // How methods that take geometry are typed, against what the platform's compiled code says of its own.
-#include "PlatformTest.h"
-
-#include "platform/native/ObjectiveC.h"
+#include "MethodEncodings.h"
 
 namespace tessarin::testing {
 namespace {
 
-class GeometryEncodingTest : public PlatformTest {
-protected:
-    // Without the offsets of the arguments, which compilers write and nobody reads.
-    static std::string encodingOf(Class classObject, const char* selector) {
-        const ::Method method =
-            class_getInstanceMethod(native::runtimeClass(classObject.object()), sel_registerName(selector));
-        std::string encoding = method ? method_getTypeEncoding(method) : "(no method)";
-        std::erase_if(encoding, [](char character) { return character >= '0' && character <= '9'; });
-        return encoding;
-    }
-    template <class Result, class Self, class... Arguments>
-    static std::string ownEncoding() {
-        return std::string(tessarin::detail::methodEncoding<Result, Self, Arguments...>.view());
-    }
-};
+class GeometryEncodingTest : public PlatformTest {};
 
 TEST_F(GeometryEncodingTest, OfRectangles) {
     EXPECT_EQ((ownEncoding<NSRect, NSView>()), encodingOf(NSView::classObject(), "frame"));

@@ -7,7 +7,7 @@ namespace {
 
 class StringEncodingsTest : public PlatformTest {
 protected:
-    static CFStringEncoding converted(NSStringEncoding encoding) {
+    static CFStringEncoding converted(NSUInteger encoding) {
         return CFStringConvertNSStringEncodingToEncoding(encoding);
     }
     static std::string created(const char* text, CFStringEncoding encoding) {
@@ -16,7 +16,7 @@ protected:
 };
 
 TEST_F(StringEncodingsTest, TheEncodingsOfStringsHaveANumberEach) {
-    const std::pair<NSStringEncoding, CFStringEncoding> numbers[] = {
+    const std::pair<NSUInteger, CFStringEncoding> numbers[] = {
         {1, 0x0600},  {2, 0x0B01},  {3, 0x0920},  {4, 0x08000100}, {5, 0x0201},  {6, 0x0021},
         {7, 0x0BFF},  {8, 0x0420},  {9, 0x0202},  {10, 0x0100},    {11, 0x0502}, {12, 0x0500},
         {13, 0x0503}, {14, 0x0504}, {15, 0x0501}, {21, 0x0820},    {30, 0},
@@ -53,7 +53,7 @@ TEST_F(StringEncodingsTest, OtherNumbersAreNoEncoding) {
 }
 
 TEST_F(StringEncodingsTest, ANumberWithBit31CarriesAnyOther) {
-    const std::pair<NSStringEncoding, CFStringEncoding> numbers[] = {
+    const std::pair<NSUInteger, CFStringEncoding> numbers[] = {
         {0x80000000, 0},          {0x80000205, 0x0205},     {0x80000A01, 0x0A01},
         {0x80000632, 0x0632},     {0x90000100, 0x10000100}, {0x94000100, 0x14000100},
         {0x8C000100, 0x0C000100}, {0x98000100, 0x18000100}, {0x9C000100, 0x1C000100},
@@ -63,11 +63,11 @@ TEST_F(StringEncodingsTest, ANumberWithBit31CarriesAnyOther) {
 }
 
 TEST_F(StringEncodingsTest, OnlyBit31Counts) {
-    if constexpr (sizeof(NSStringEncoding) > 4) {
-        EXPECT_EQ(converted(static_cast<NSStringEncoding>(0x100000004)), kCFStringEncodingInvalidId);
-        EXPECT_EQ(converted(static_cast<NSStringEncoding>(0x180000004)), 4u);
+    if constexpr (sizeof(NSUInteger) > 4) {
+        EXPECT_EQ(converted(static_cast<NSUInteger>(0x100000004)), kCFStringEncodingInvalidId);
+        EXPECT_EQ(converted(static_cast<NSUInteger>(0x180000004)), 4u);
     }
-    EXPECT_EQ(converted(std::numeric_limits<NSStringEncoding>::max()), 0x7FFFFFFFu);
+    EXPECT_EQ(converted(std::numeric_limits<NSUInteger>::max()), 0x7FFFFFFFu);
 }
 
 TEST_F(StringEncodingsTest, MakesAStringOfBytes) {

@@ -19,7 +19,12 @@ inline constexpr NSStringCompareOptions NSLiteralSearch = 2;
 inline constexpr NSStringCompareOptions NSBackwardsSearch = 4;
 inline constexpr NSStringCompareOptions NSAnchoredSearch = 8;
 
+// As wide as the platform's compiled code expects it.
+#if TESSARIN_PLATFORM_EMBEDDED || defined(__APPLE__)
 using NSStringEncoding = NSUInteger;
+#else
+using NSStringEncoding = std::uint32_t;
+#endif
 inline constexpr NSStringEncoding NSASCIIStringEncoding = 1;
 inline constexpr NSStringEncoding NSNEXTSTEPStringEncoding = 2;
 inline constexpr NSStringEncoding NSJapaneseEUCStringEncoding = 3;
