@@ -31,7 +31,11 @@ public:
 
     // 4 for CMYK, 3 for RGB, 1 for grey: alpha does not count.
     NSInteger numberOfColorComponents() const {
+#if TESSARIN_PLATFORM_EMBEDDED || defined(__APPLE__)
         return send<NSInteger>(*this, "numberOfColorComponents"_sel);
+#else
+        return send<int>(*this, "numberOfColorComponents"_sel); // as GNUstep's code has it
+#endif
     }
 };
 

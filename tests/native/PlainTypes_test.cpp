@@ -16,6 +16,17 @@ TEST_F(PlainTypesTest, EncodingsOfStringsAreTypedAsThePlatformTypesThem) {
         EXPECT_EQ(encodingOf(NSString::classObject(), selector), encoding) << selector;
 }
 
+// What stands in the rest of the register where a method answers 32 bits.
+std::uint64_t answerFourAndMore(NSColorSpace, SEL) { return 0x7777777700000004; }
+
+TEST_F(PlainTypesTest, TheNumberOfComponentsIsReadInItsWidth) {
+    EXPECT_EQ(encodingOf(NSColorSpace::classObject(), "numberOfColorComponents"), "i@:");
+    const auto original = native::replaceMethod("NSColorSpace", "numberOfColorComponents", answerFourAndMore);
+    ASSERT_NE(original, nullptr);
+    EXPECT_EQ(NSColorSpace::genericRGBColorSpace().numberOfColorComponents(), 4);
+    native::replaceMethod("NSColorSpace", "numberOfColorComponents", original);
+}
+
 #endif
 
 } // namespace
