@@ -11,6 +11,11 @@
 #    define TESSARIN_PLATFORM_EMBEDDED 1
 #endif
 
+// A handle stands in the place of a pointer. There a class is returned in memory, whatever it holds.
+#if TESSARIN_PLATFORM_NATIVE && defined(__i386__) && !defined(__APPLE__)
+#    error "On 32-bit x86 handles are not returned as the native platform's objects are."
+#endif
+
 #if defined(_WIN32)
 #    if defined(TESSARIN_STATIC)
 #        define TESSARIN_EXPORT
