@@ -8,6 +8,7 @@
 #include "platform/native/ObjectiveC.h"
 
 #include <utility>
+#include <vector>
 
 extern "C" void* tessarin_catching(void (*body)(void* context), void* context); // Exceptions.m
 
@@ -36,7 +37,7 @@ namespace {
 
 Object* newPool() { return send<id>(send<id>("NSAutoreleasePool"_class, "alloc"_sel), "init"_sel).object(); }
 
-// The exception that was thrown last on a thread; it may still be in flight.
+// An exception that may still be in flight.
 struct ThrownException {
     Retained<NSObject> object;
     // How many of the pools that are open now were so when it was thrown. It may be passing any of these, and
@@ -45,20 +46,46 @@ struct ThrownException {
 };
 
 thread_local unsigned openPools = 0;
-thread_local ThrownException lastThrown;
 
+// Those that were thrown last on the thread, oldest first. Nobody tells when one has been caught. More than
+// one may be in flight: what an exception passes may raise others and catch them.
+constexpr std::size_t keptCount = 8;
+thread_local std::vector<ThrownException> thrownExceptions;
+
+void keep(NSObject exception) {
+    std::erase_if(thrownExceptions,
+                  [&](const ThrownException& thrown) { return thrown.object == exception; });
+    if (openPools == 0) return;
+    ThrownException oldest; // is released when the list is whole again
+    if (thrownExceptions.size() == keptCount) {
+        oldest = std::move(thrownExceptions.front());
+        thrownExceptions.erase(thrownExceptions.begin());
+    }
+    thrownExceptions.push_back({retain(exception), openPools});
+}
+
+// Most are thrown by -[NSException raise], for which it does not matter who handles them.
+void (*originalRaise)(::id exception, ::SEL selector);
+
+void keepAndRaise(::id exception, ::SEL selector) {
+    keep(NSObject(native::objectOf(exception)));
+    originalRaise(exception, selector);
+}
+
+// For the others, thrown by @throw: the runtime asks whether an Objective-C handler fits before any frame is
+// unwound, so that no pool has closed yet. It does not ask where C++ catches everything.
 objc_exception_matcher platformMatcher;
 
-// The runtime asks whether a handler fits before any frame is unwound, so that no pool has closed yet.
 int matchAndKeep(::Class handled, ::id exception) {
     const int matches = platformMatcher(handled, exception);
-    if (matches) lastThrown = {retain(NSObject(native::objectOf(exception))), openPools};
+    if (matches) keep(NSObject(native::objectOf(exception)));
     return matches;
 }
 
 // When the library is loaded, since the runtime wants it set before there are other threads.
 [[maybe_unused]] const bool isKeepingExceptions = [] {
     platformMatcher = objc_setExceptionMatcher(matchAndKeep);
+    originalRaise = native::replaceMethod("NSException", "raise", keepAndRaise);
     return true;
 }();
 
@@ -71,25 +98,29 @@ void* runtime::openPool() {
 }
 
 void runtime::closePool(void* pool) {
-    const bool mayBePassed = lastThrown.object && lastThrown.poolsItMayPass == openPools;
-    --openPools;
-    Retained<NSObject> passing;
-    if (mayBePassed) {
-        --lastThrown.poolsItMayPass;
-        passing = lastThrown.object;
+    std::vector<Retained<NSObject>> passing;
+    for (ThrownException& thrown : thrownExceptions) {
+        if (thrown.poolsItMayPass != openPools) continue;
+        passing.push_back(thrown.object);
+        --thrown.poolsItMayPass;
     }
+    --openPools;
+    std::erase_if(thrownExceptions, [](const ThrownException& thrown) { return thrown.poolsItMayPass == 0; });
     release(static_cast<Object*>(pool));
-    // The pool around the closed one keeps the exception for the handler, whatever else is thrown meanwhile.
-    if (mayBePassed && send<id>("NSAutoreleasePool"_class, "currentPool"_sel)) passing.autorelease();
+    // The pool around the closed one keeps them for their handlers.
+    if (passing.empty() || !send<id>("NSAutoreleasePool"_class, "currentPool"_sel)) return;
+    for (Retained<NSObject>& exception : passing) exception.autorelease();
 }
 
 Object* runtime::catching(void (*body)(void* context), void* context) {
-    // This may be called by a destructor that an exception in flight set off; that one is the last again
-    // afterwards.
-    ThrownException outer = std::exchange(lastThrown, {});
-    Object* caught = static_cast<Object*>(tessarin_catching(body, context));
-    lastThrown = std::move(outer);
-    return caught;
+    // This may be called by a destructor that an exception in flight set off. What is thrown in here is done
+    // with afterwards, and what was in flight still is.
+    struct Scope {
+        std::vector<ThrownException> outer = std::exchange(thrownExceptions, {});
+        ~Scope() { thrownExceptions = std::move(outer); }
+    };
+    const Scope scope;
+    return static_cast<Object*>(tessarin_catching(body, context));
 }
 
 #endif
