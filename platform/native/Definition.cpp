@@ -178,7 +178,9 @@ void listenAgain() {
 // NSBundle is asked by a method in front of its own and not by its notification: to observe that, messages
 // would have to be sent before the program has begun.
 [[maybe_unused]] const bool isTold = [] {
-    nextLoadCallback = std::exchange(_objc_load_callback, classWasLoaded);
+    // A group of another file may have been made before, and listen already.
+    if (_objc_load_callback != classWasLoaded)
+        nextLoadCallback = std::exchange(_objc_load_callback, classWasLoaded);
     originalLoad = replaceMethod("NSBundle", "load", loadAndAttach);
     return true;
 }();
