@@ -52,13 +52,6 @@ def storage(pointer, type_name):
     return gdb.Value(address).cast(type_named("embedded::" + type_name).pointer()).dereference()
 
 
-def vector_items(vector):
-    first, last = vector["_M_impl"]["_M_start"], vector["_M_impl"]["_M_finish"]
-    while first != last:
-        yield first.dereference()
-        first += 1
-
-
 def units_of(view):
     """The text of a StringView."""
     length_and_width = int(view["lengthAndWidth_"])
@@ -125,7 +118,9 @@ class Dictionary(Plain):
         return f"{self.name} of {int(self.data()['count_'])}"
 
     def children(self):
-        for index, entry in enumerate(vector_items(self.data()["entries_"])):
+        data = self.data()
+        for index in range(int(data["size_"])):
+            entry = data["entries_"][index]
             if int(entry["key"]["object_"]) != 0:  # not removed
                 yield f"key {index}", entry["key"]
                 yield f"object {index}", entry["object"]
@@ -156,16 +151,18 @@ class IndexSet(Plain):
             return
         node = pointer.dereference()
         base, shift = int(node["base"]), int(node["shift"])
-        stored, solid = int(node["stored"]), int(node["solid"])
+        stored = int(node["stored"])
+        solid = int(node["occupied"]) & ~stored
         entries = (pointer + 1).cast(type_named("embedded::IndexSetNode::Entry").pointer())
-        has_all_slots = int(node["capacity"]) == 64
+        offset = int(node["offset"])
+        is_scattered = offset == 0xFF
         for slot in range(64):
             bit = 1 << slot
             first = base + (slot << shift)
             if solid & bit:
                 yield first, first + (1 << shift) - 1
             elif stored & bit:
-                position = slot if has_all_slots else bin(stored & (bit - 1)).count("1")
+                position = bin(stored & (bit - 1)).count("1") if is_scattered else slot - offset
                 if shift == 6:
                     yield from self.runs_of_word(first, int(entries[position]["word"]))
                 else:
