@@ -29,7 +29,7 @@ def medians(arguments):
 
 
 def verdict(kind, limit, is_met):
-    if kind == "figure":
+    if kind in ("figure", "growth"):
         return ""
     return f"{limit}{' as a goal' if kind == 'goal' else ''}, {'met' if is_met else '**missed**'}"
 
@@ -51,9 +51,10 @@ def row(kind, limit, ours, rival, times, item_times):
     if rival == "-":
         return readable(times[ours]), "", "", ""
     ratio = times[ours] / times[rival]
-    value = math.log10(ratio) if kind == "exponent" else ratio
-    shown = f"10^{value:.3f}" if kind == "exponent" else f"{value:.2f}"
-    is_met = kind == "figure" or value <= float(limit)
+    is_growth = kind in ("exponent", "growth")
+    value = math.log10(ratio) if is_growth else ratio
+    shown = f"10^{value:.3f}" if is_growth else f"{value:.2f}"
+    is_met = limit == "-" or value <= float(limit)
     return readable(times[ours]), readable(times[rival]), shown, verdict(kind, limit, is_met)
 
 
