@@ -7,6 +7,7 @@
 #include "TessarinPlatform/NSMutableIndexSet.h"
 #include "TessarinPlatform/NSMutableString.h"
 #include "TessarinPlatform/NSNumber.h"
+#include "TessarinPlatform/Retained.h"
 #include "platform/embedded/foundation/ArrayStorage.h"
 #include "platform/embedded/foundation/DictionaryStorage.h"
 #include "platform/embedded/foundation/IndexSetStorage.h"
@@ -15,6 +16,7 @@
 
 #include <unordered_map>
 #include <unordered_set>
+#include <vector>
 
 namespace tessarin::embedded {
 namespace {
@@ -39,9 +41,8 @@ public:
 
     void look(NSObject key) {
         add(key);
-        while (!ahead_.empty()) {
-            const NSObject container = ahead_.back();
-            ahead_.pop_back();
+        for (; next_ < containers_.size(); ++next_) {
+            const NSObject container = containers_[next_];
             if (const auto array = kindOf<NSArray>(container))
                 for (const NSObject item : ArrayItems(array)) add(item);
             else
@@ -61,11 +62,14 @@ private:
     }
     void add(NSObject object) {
         checkCopyOfDecoded(coder_, 1);
-        if (isContainer(object) && seen_.insert(object.object()).second) ahead_.push_back(object);
+        if (isContainer(object) && seen_.insert(object.object()).second)
+            containers_.push_back(retain(object));
     }
 
     NSCoder coder_;
-    std::vector<NSObject> ahead_;
+    // As they were found, kept: nobody else need keep what an application's own array answers.
+    std::vector<Retained<NSObject>> containers_;
+    std::size_t next_ = 0;
     std::unordered_set<Object*> seen_;
 };
 

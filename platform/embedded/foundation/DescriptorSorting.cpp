@@ -101,9 +101,10 @@ void sortPlaces(Run places, Columns columns) {
 void sortItems(std::vector<NSObject>& items, NSArray descriptors) {
     if (items.size() < 2 || descriptors.count() == 0) return;
     const Retained<NSArray> kept = adopt(NSArray(descriptors.copy()));
+    // Until the end: nobody else need keep what an application's own array answers.
+    const ArrayItems keptItems(kept);
     std::vector<DescriptorColumn> columns;
-    for (const NSObject descriptor : ArrayItems(kept))
-        columns.emplace_back(as<NSSortDescriptor>(descriptor), items);
+    for (const NSObject descriptor : keptItems) columns.emplace_back(as<NSSortDescriptor>(descriptor), items);
 
     std::vector<RankedPlace> places(items.size());
     for (std::size_t index = 0; index < items.size(); ++index) places[index].index = index;
