@@ -4,6 +4,7 @@
 
 #include "platform/embedded/foundation/ArrayStorage.h"
 #include "platform/embedded/foundation/DictionaryStorage.h"
+#include "platform/services/FetchAhead.h"
 #include "platform/services/PropertyListKinds.h"
 
 #include "TessarinPlatform/NSPropertyListSerialization.h"
@@ -56,13 +57,13 @@ struct PropertyListStorage {
             if (!isDictionary_) {
                 const ArrayStorage& storage = storageOf<ArrayStorage>(container_);
                 if (position_ >= storage.count) return false;
-                if (position_ + ahead < storage.count) bringNear(storage.items[position_ + ahead]);
+                if (position_ + ahead < storage.count) fetchAhead(storage.items[position_ + ahead]);
                 object = storage.items[position_++];
                 return true;
             }
             const DictionaryStorage& storage = storageOf<DictionaryStorage>(container_);
             while (position_ < storage.size()) {
-                if (position_ + ahead < storage.size()) bringNear(storage.entry(position_ + ahead).object);
+                if (position_ + ahead < storage.size()) fetchAhead(storage.entry(position_ + ahead).object);
                 const DictionaryEntry& entry = storage.entry(position_++);
                 if (!entry.key) continue;
                 key = entry.key;
@@ -73,13 +74,8 @@ struct PropertyListStorage {
         }
 
     private:
-        // How far ahead of their turn objects are brought into the cache, the beginning of a container's
-        // entries with it.
+        // How far ahead of their turn objects are fetched, the beginning of a container's entries with them.
         static constexpr std::size_t ahead = 4;
-        static void bringNear(NSObject object) {
-            __builtin_prefetch(object.object());
-            __builtin_prefetch(reinterpret_cast<const std::byte*>(object.object()) + 64);
-        }
 
         bool nextFetched(NSObject& key, NSObject& object) {
             if (position_ == fetched_->objects.size()) return false;
