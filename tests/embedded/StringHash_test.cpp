@@ -1,10 +1,12 @@
 // The hash of strings, which nobody outside of the process can foresee.
+#include "Environment.h"
 #include "PlatformTest.h"
 
 #include "platform/embedded/foundation/StringStorage.h"
 
 #include <cstdlib>
 #include <iostream>
+#include <string>
 #include <unordered_set>
 
 namespace tessarin::testing {
@@ -53,17 +55,17 @@ protected:
 };
 
 TEST_F(StringHashDeathTest, IsAnotherInEachProcess) {
-    constexpr char variable[] = "TESSARIN_TEST_HASH";
+    const std::string variable = "TESSARIN_TEST_HASH";
+    const std::string hash = std::to_string(hashOfText());
     // The other process begins with this one's variables, and leaves it as it is.
-    ::setenv(variable, std::to_string(hashOfText()).c_str(), 0);
+    const EnvironmentVariable kept(variable, environmentVariable(variable).value_or(hash));
     EXPECT_EXIT(
         {
-            const bool isTheSame = std::to_string(hashOfText()) == std::getenv(variable);
+            const bool isTheSame = hash == environmentVariable(variable);
             std::cerr << (isTheSame ? "the same" : "another");
             std::exit(0);
         },
         ::testing::ExitedWithCode(0), "another");
-    ::unsetenv(variable);
 }
 
 } // namespace

@@ -25,7 +25,7 @@ void writeTree(const PropertyListTree& tree, const std::filesystem::path& direct
         NSError error;
         const NSData document = NSPropertyListSerialization::dataWithPropertyList_format_options_error(
             tree.root, format, 0, &error);
-        const std::string path = directory / (tree.name + extension);
+        const std::string path = (directory / (tree.name + extension)).string();
         if (!document || !document.writeToFile_atomically(NSString(path), true))
             throw std::runtime_error("cannot write " + path + ": " + textOf(error));
     };
