@@ -126,7 +126,7 @@ TEST_F(BundleLanguagesTest, ADamagedFileIsNone) {
 
 TEST_F(BundleLanguagesTest, ATableWhoseNameNoFileCanHaveIsNone) {
     const TemporaryFolder folder;
-    folder.write("Resources/\uFFFD.strings", "k = \"of the replacement character\";");
+    folder.write(u8"Resources/\uFFFD.strings", "k = \"of the replacement character\";");
     const NSBundle bundle = NSBundle::bundleWithPath(NSString(folder.path().string()));
     const auto textIn = [&](const std::u16string& table) {
         return text(bundle.localizedStringForKey_value_table("k"_ns, nil, NSString(table)));

@@ -19,7 +19,7 @@ protected:
 };
 
 TEST_F(EmbeddedDataTest, ANameWithHalfASurrogatePairNamesNoFile) {
-    folder_.write("\uFFFD", "the replacement character's");
+    folder_.write(u8"\uFFFD", "the replacement character's");
     const NSString path = pathOf({0xD800});
     EXPECT_EQ(NSData::dataWithContentsOfFile(pathOf(u"\uFFFD")).length(), 27u);
     EXPECT_FALSE(NSData::dataWithContentsOfFile(path));
