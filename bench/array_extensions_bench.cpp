@@ -1,6 +1,6 @@
 // Merging arrays, removing what another array holds, and mapping objects to their indexes; the same by the
 // plain scan that the operations are defined by.
-#include "Names.h"
+#include "NameArray.h"
 
 #include "TessarinFoundation/NSArray+TessarinExtensions.h"
 #include "TessarinFoundation/NSMutableArray+TessarinExtensions.h"
@@ -17,14 +17,6 @@ using namespace tessarin;
 
 namespace {
 
-// Strings of their own for each of the names.
-Retained<NSArray> arrayOf(const std::vector<std::string>& names) {
-    const AutoreleasePool pool;
-    const Retained<NSMutableArray> array = adopt(NSMutableArray::alloc().init());
-    for (const std::string& name : names) array.addObject(NSString(name));
-    return adopt(NSArray(array.copy()));
-}
-
 // Measures what an operation makes of two arrays.
 template <class Operation>
 void measure(benchmark::State& state, NSArray present, NSArray other, Operation&& operation) {
@@ -37,15 +29,15 @@ void measure(benchmark::State& state, NSArray present, NSArray other, Operation&
 
 template <class Operation>
 void measureHalfEqual(benchmark::State& state, Operation&& operation) {
-    const Retained<NSArray> present = arrayOf(bench::presentNames(state.range(0)));
-    const Retained<NSArray> other = arrayOf(bench::otherNames(state.range(0)));
+    const Retained<NSArray> present = bench::arrayOf(bench::presentNames(state.range(0)));
+    const Retained<NSArray> other = bench::arrayOf(bench::otherNames(state.range(0)));
     measure(state, present, other, operation);
 }
 
 template <class Operation>
 void measureSearched(benchmark::State& state, Operation&& operation) {
-    const Retained<NSArray> present = arrayOf(bench::presentNames(state.range(0)));
-    const Retained<NSArray> searched = arrayOf(bench::searchedNames(state.range(0)));
+    const Retained<NSArray> present = bench::arrayOf(bench::presentNames(state.range(0)));
+    const Retained<NSArray> searched = bench::arrayOf(bench::searchedNames(state.range(0)));
     measure(state, present, searched, operation);
 }
 

@@ -14,6 +14,12 @@ if(TESSARIN_PLATFORM STREQUAL native AND NOT APPLE)
     set(TESSARIN_LIBRARY_NAME TessarinFoundation-native)
 endif()
 
+# What the object files need of the system.
+set(TESSARIN_SYSTEM_LIBRARIES Threads::Threads)
+if(WIN32)
+    list(APPEND TESSARIN_SYSTEM_LIBRARIES synchronization) # waiting for a word
+endif()
+
 function(tessarin_add_libraries)
     if(WIN32 AND TESSARIN_BUILD_SHARED AND TESSARIN_BUILD_STATIC)
         message(FATAL_ERROR "On Windows an object file is for one kind of library: "
@@ -99,10 +105,8 @@ function(tessarin_set_interface target kind)
     add_library(TessarinFoundation::${TESSARIN_PLATFORM}_${kind} ALIAS ${target})
     target_compile_features(${target} INTERFACE cxx_std_20)
     target_include_directories(${target} INTERFACE $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>)
-    target_link_libraries(${target} PUBLIC Threads::Threads PRIVATE $<BUILD_INTERFACE:tessarin_sanitizers>)
-    if(WIN32)
-        target_link_libraries(${target} PRIVATE synchronization) # waiting for a word
-    endif()
+    target_link_libraries(${target} PUBLIC Threads::Threads
+                          PRIVATE ${TESSARIN_SYSTEM_LIBRARIES} $<BUILD_INTERFACE:tessarin_sanitizers>)
     set_target_properties(
         ${target}
         PROPERTIES LINKER_LANGUAGE CXX

@@ -6,6 +6,7 @@
 #include "TessarinPlatform/Retained.h"
 
 #include <iterator>
+#include <utility>
 #include <vector>
 
 using namespace tessarin;

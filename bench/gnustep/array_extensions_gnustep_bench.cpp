@@ -1,28 +1,20 @@
 // Merging, removing and mapping to indexes with the platform's own sets and dictionaries, without the
 // library.
 #include "ByHand.h"
-#include "Names.h"
+#include "NameArray.h"
 
 #include "TessarinPlatform/AutoreleasePool.h"
-#include "TessarinPlatform/NSMutableArray.h"
 #include "TessarinPlatform/Retained.h"
 
 using namespace tessarin;
 
 namespace {
 
-Retained<NSArray> arrayOf(const std::vector<std::string>& names) {
-    const AutoreleasePool pool;
-    const Retained<NSMutableArray> array = adopt(NSMutableArray::alloc().init());
-    for (const std::string& name : names) array.addObject(NSString(name));
-    return adopt(NSArray(array.copy()));
-}
-
 using Operation = void* (*)(void*, void*);
 
 void measure(benchmark::State& state, Operation operation, const std::vector<std::string>& others) {
-    const Retained<NSArray> present = arrayOf(bench::presentNames(state.range(0)));
-    const Retained<NSArray> other = arrayOf(others);
+    const Retained<NSArray> present = bench::arrayOf(bench::presentNames(state.range(0)));
+    const Retained<NSArray> other = bench::arrayOf(others);
     for (auto _ : state) {
         const AutoreleasePool pool;
         benchmark::DoNotOptimize(operation(present.object(), other.object()));

@@ -78,8 +78,8 @@ public:
     NSString componentsJoinedByString(NSString separator) const {
         return send<NSString>(*this, "componentsJoinedByString:"_sel, separator);
     }
-    // By a comparison that takes an object and answers NSComparisonResult, which is not checked. The embedded
-    // platform sorts stably.
+    // By a comparison that takes an object and answers NSComparisonResult, which is not checked; the null
+    // selector raises NSInvalidArgumentException. The embedded platform sorts stably.
     NSArray sortedArrayUsingSelector(SEL comparison) const {
         return send<NSArray>(*this, "sortedArrayUsingSelector:"_sel, comparison);
     }

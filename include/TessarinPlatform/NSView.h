@@ -31,7 +31,7 @@ public:
     // The window that shows the view, nil for none.
     NSWindow window() const;
     // Puts the view in front of the others, taken out of the view that it was in. Nothing for nil; a view
-    // that is the receiver or contains it raises NSInvalidArgumentException.
+    // that is the receiver or contains it raises NSInvalidArgumentException, and so does what is no view.
     void addSubview(NSView view) const { send<void>(*this, "addSubview:"_sel, view); }
     void removeFromSuperview() const { send<void>(*this, "removeFromSuperview"_sel); }
 

