@@ -20,5 +20,6 @@ if(WINE)
         get_filename_component(folder "${file}" DIRECTORY)
         string(APPEND library_folders "\\;Z:${folder}")
     endforeach()
-    set(CMAKE_CROSSCOMPILING_EMULATOR env WINEDEBUG=-all "WINEPATH=${library_folders}" ${WINE})
+    # Wine writes the names of files in the locale's encoding, and cannot make what has no name there.
+    set(CMAKE_CROSSCOMPILING_EMULATOR env LC_ALL=C.UTF-8 WINEDEBUG=-all "WINEPATH=${library_folders}" ${WINE})
 endif()

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds the benchmarks for both platforms, runs the two programs by turns, and prints the ratios of
-# bench/targets.tsv. The number of rounds can be given:
+# Builds the benchmarks for both platforms, runs those that bench/targets.tsv names, heading by heading, and prints
+# the ratios that it asks for. The number of rounds can be given:
 #
 #   tools/run_benchmarks.sh 9
 set -euo pipefail
@@ -23,31 +23,30 @@ done
 results=$(mktemp -d)
 trap 'rm -rf "$results"' EXIT
 runs=()
-run() { # preset, platform, round, filter
-    local result=$results/$2-$3.json
-    "build/$1/bench/tessarin_benchmarks" --benchmark_filter="$4" --benchmark_min_time=0.05 \
-        --benchmark_repetitions=3 --benchmark_enable_random_interleaving=true \
+# What stands under one heading is measured by a process of its own, the native platform's directly behind: rivals
+# then meet the same neighbours on the machine, and a heap that only they have used.
+run() { # preset, platform, heading, round, names
+    (($# > 4)) || return 0
+    local result=$results/$2-$3-$4.json
+    "build/$1/bench/tessarin_benchmarks" --benchmark_filter="^($(IFS='|'; echo "${*:5}"))\$" \
+        --benchmark_min_time=0.05 --benchmark_repetitions=3 --benchmark_enable_random_interleaving=true \
         --benchmark_out="$result" --benchmark_out_format=json >"$results/log" 2>&1 || { cat "$results/log"; exit 1; }
     runs+=("$2=$result")
 }
-# Where GNUstep is the rival, or measured for itself.
-native=(
-    'Array(Merge|Removal|Indexes)/(Array|ByHand)'
-    StreamFormat/Array
-    UniqueIndexer/Library
-    'KeyedArchive/Archive/1000$'
-    KeyedArchive/Unarchive
-    Placing
-    'SortDescriptors/(Name|LengthAndName)/1000$'
-    SortDescriptorConfiguration
-    AttributedString
-    Color/
-    'PropertyList/(Read|Write)'
-)
+# names PATTERN HEADING: of the benchmarks under a heading of the given number, those that match.
+names() {
+    awk -F'\t' -v heading="$2" '/^## / { ++number } !/^#/ && number == heading { print $3; print $4 }' \
+        bench/targets.tsv | grep -E "$1" | sort -u
+}
+headings=$(grep -c '^## ' bench/targets.tsv)
 for ((round = 1; round <= rounds; ++round)); do
     echo "Round $round of $rounds"
-    run bench embedded "$round" .
-    run bench-native native "$round" "$(IFS='|'; echo "${native[*]}")"
+    for ((heading = 1; heading <= headings; ++heading)); do
+        mapfile -t embedded < <(names '^[A-Z]' "$heading")
+        mapfile -t native < <(names '^native:' "$heading")
+        run bench embedded "$heading" "$round" "${embedded[@]}"
+        run bench-native native "$heading" "$round" "${native[@]#native:}"
+    done
 done
 
 echo

@@ -217,8 +217,9 @@ std::size_t Reader::lengthAt(Header& header, std::size_t unitSize) {
         length = bigEndian(header.position, size);
         header.position += size;
     }
-    if (length > (trailer_.offsetTableStart - header.position) / unitSize)
-        fail("Length beyond the end of the objects");
+    // The first test keeps the product from going round.
+    const std::uint64_t available = trailer_.offsetTableStart - header.position;
+    if (length > available || length * unitSize > available) fail("Length beyond the end of the objects");
     return length;
 }
 
