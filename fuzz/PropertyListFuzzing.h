@@ -48,6 +48,16 @@ private:
 // the sanitizers, would take nearly all of a fuzzer's time.
 inline bool standsForMany(NSObject propertyList) { return UnsharedSize().of(propertyList) > 10'000; }
 
+inline NSData written(NSObject propertyList, NSPropertyListFormat format) {
+    return NSPropertyListSerialization::dataWithPropertyList_format_options_error(propertyList, format, 0,
+                                                                                  nullptr);
+}
+
+// Equal, or, since a date that is not a number equals none, the same when written.
+inline bool areTheSame(NSObject propertyList, NSObject other, NSPropertyListFormat format) {
+    return other.isEqual(propertyList) || written(other, format).isEqual(written(propertyList, format));
+}
+
 // Reads the bytes, writes what they hold in a format, and reads that.
 inline void checkPropertyList(const std::uint8_t* data, std::size_t size, NSPropertyListFormat format) {
     const AutoreleasePool pool;
@@ -65,17 +75,17 @@ inline void checkPropertyList(const std::uint8_t* data, std::size_t size, NSProp
     const bool isHuge = standsForMany(propertyList);
     if (isHuge && !keepsShared) return;
 
-    const NSData written = NSPropertyListSerialization::dataWithPropertyList_format_options_error(
-        propertyList, format, 0, &error);
-    require(bool(written), "what was read can be written");
+    const NSData secondDocument = written(propertyList, format);
+    require(bool(secondDocument), "what was read can be written");
     for (const NSUInteger options : {NSPropertyListImmutable, NSPropertyListMutableContainers,
                                      NSPropertyListMutableContainersAndLeaves}) {
         if (isHuge && options != NSPropertyListImmutable) continue;
-        const NSObject again = readPropertyList(written, options, &error);
+        const NSObject read = readPropertyList(secondDocument, options, &error);
         // Only a list that shares mutable parts beyond all measure is refused.
-        if (!again && options != NSPropertyListImmutable) continue;
-        require(bool(again), "what was written can be read");
-        require(again.isEqual(propertyList), "what was written reads back as an equal property list");
+        if (!read && options != NSPropertyListImmutable) continue;
+        require(bool(read), "what was written can be read");
+        require(areTheSame(propertyList, read, format),
+                "what was written reads back as an equal property list");
     }
 }
 
