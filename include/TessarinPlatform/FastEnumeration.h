@@ -3,6 +3,8 @@
 
 #include "TessarinPlatform/NSObject.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <iterator>
 
 namespace tessarin {
@@ -38,11 +40,14 @@ public:
         collection_ = other.collection_;
         state_ = other.state_;
         for (NSUInteger index = 0; index < batchSize; ++index) buffer_[index] = other.buffer_[index];
-        // The collection may have answered its elements in the buffer; then the copy reads its own.
-        if (state_.itemsPtr == other.buffer_) state_.itemsPtr = buffer_;
         index_ = other.index_;
         count_ = other.count_;
         mutations_ = other.mutations_;
+        // The collection may have answered its elements in the buffer, and keep the count of its changes in
+        // the state; then the copy reads its own.
+        state_.itemsPtr = counterpart(state_.itemsPtr, other);
+        state_.mutationsPtr = counterpart(state_.mutationsPtr, other);
+        if (state_.mutationsPtr != other.state_.mutationsPtr) mutations_ = *state_.mutationsPtr;
         return *this;
     }
 
@@ -84,6 +89,15 @@ private:
     void refuseMutation() const {
         if (*state_.mutationsPtr != mutations_) [[unlikely]]
             runtime::raiseMutation(collection_.object());
+    }
+
+    // A pointer into the other enumerator as one to the same place of this.
+    template <class T>
+    T* counterpart(T* pointer, const FastEnumerator& other) {
+        const auto offset =
+            reinterpret_cast<std::uintptr_t>(pointer) - reinterpret_cast<std::uintptr_t>(&other);
+        if (offset >= sizeof(FastEnumerator)) return pointer;
+        return reinterpret_cast<T*>(reinterpret_cast<std::byte*>(this) + offset);
     }
 
     NSObject collection_;

@@ -1,6 +1,7 @@
 // Walking collections with range-based for.
 #include "PlatformTest.h"
 
+#include <ranges>
 #include <set>
 
 namespace tessarin::testing {
@@ -164,6 +165,57 @@ TEST_F(FastEnumerationTest, WalksACollectionOfOnesOwn) {
         numbers.push_back(NSNumber(NSObject(*copy)).intValue());
     }
     EXPECT_EQ(numbers, firstNumbers(10));
+}
+
+// Keeps all of a walk in the caller's structure: the elements, and a count of changes that is each walk's
+// own.
+NSUInteger enumerateWithinTheState(NSObject self, SEL, NSFastEnumerationState* state, NSObject* buffer,
+                                   NSUInteger) {
+    constexpr NSUInteger allAtOnce = 3;
+    if (state->state == 0) state->extra[0] = ++instanceVariableOf<NSUInteger>(self, "walks");
+    if (state->state == 2 * allAtOnce) return 0;
+    for (NSUInteger index = 0; index < allAtOnce; ++index)
+        buffer[1 + index] = NSNumber::numberWithUnsignedInteger(state->state++);
+    state->itemsPtr = buffer + 1;
+    state->mutationsPtr = &state->extra[0];
+    return allAtOnce;
+}
+
+TEST_F(FastEnumerationTest, CopiesOfAnEnumeratorLeaveTheOthersStateAlone) {
+    static const ClassDefinition definition{
+        {.name = "FastEnumerationTestWithinTheState",
+         .instanceVariables = {instanceVariable<NSUInteger>("walks")},
+         .methods = {instanceMethod("countByEnumeratingWithState:objects:count:", enumerateWithinTheState)}}};
+    const NSObject collection =
+        adopt(send<NSObject>(definition.classObject().alloc(), "init"_sel)).autorelease();
+    FastEnumerator walk;
+    {
+        const FastEnumerator gone(collection);
+        walk = gone;
+    }
+    FastEnumerator reused(collection); // another walk, with another count
+    std::vector<int> numbers;
+    for (; walk != std::default_sentinel; ++walk) numbers.push_back(NSNumber(NSObject(*walk)).intValue());
+    EXPECT_EQ(numbers, firstNumbers(6));
+    reused = FastEnumerator(collection);
+    EXPECT_EQ(NSNumber(NSObject(*reused)).intValue(), 0);
+}
+
+// The platform's own walk of an application's array points into the structure natively.
+TEST_F(FastEnumerationTest, CopiesOfAWalkOverAnArrayOfOnesOwnWalkOnTheirOwn) {
+    static const ClassDefinition definition{
+        {.name = "FastEnumerationTestArray",
+         .superclass = "NSArray",
+         .methods = {instanceMethod(
+                         "count", +[](NSArray, SEL) { return NSUInteger{40}; }),
+                     instanceMethod(
+                         "objectAtIndex:", +[](NSArray, SEL, NSUInteger index) {
+                             return NSObject(NSNumber::numberWithUnsignedInteger(index));
+                         })}}};
+    const NSArray array = adopt(send<NSArray>(definition.classObject().alloc(), "init"_sel)).autorelease();
+    std::vector<int> numbers;
+    for (const NSNumber number : array | std::views::take(35)) numbers.push_back(number.intValue());
+    EXPECT_EQ(numbers, firstNumbers(35));
 }
 
 } // namespace
