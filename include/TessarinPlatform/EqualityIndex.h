@@ -21,8 +21,10 @@ class PositionSlots;
 //   known.append(base);
 //   known.appendMissing(added);   // known.objects() are both, without what would be there twice
 //
-// The objects are not retained: the arrays that hold them must outlast the index. Comparing may be the
-// objects' own code, which may change these arrays; before the first such comparison the index copies them.
+// The arrays that hold the objects must outlast the index. They alone retain the objects as long as no code
+// but the platform's runs. Comparing may be the objects' own code, which may change these arrays: before the
+// first such comparison the index copies them. Walking an array of an application's class may do so too: then
+// the index retains what it appends.
 class EqualityIndex {
 public:
     // Of two objects that are compared, which is asked isEqual: of the other.
@@ -84,9 +86,10 @@ private:
     const bool areOfThePlatform_; // the holders
     std::array<Retained<NSArray>, 2> heldCopies_;
     std::vector<NSObject> objects_;
-    std::vector<NSUInteger> hashes_;       // of each object; 0 of one that is no value
-    std::vector<NSUInteger> others_;       // the positions of those
-    std::unique_ptr<PositionSlots> slots_; // of the first of equal values; none while they are few
+    std::vector<Retained<NSObject>> retained_; // the same, where an array is not the platform's
+    std::vector<NSUInteger> hashes_;           // of each object; 0 of one that is no value
+    std::vector<NSUInteger> others_;           // the positions of those
+    std::unique_ptr<PositionSlots> slots_;     // of the first of equal values; none while they are few
 };
 
 } // namespace tessarin

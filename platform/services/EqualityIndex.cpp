@@ -3,7 +3,6 @@
 #include "TessarinPlatform/ValueHash.h"
 #include "platform/services/PositionSlots.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace tessarin {
@@ -161,6 +160,7 @@ bool EqualityIndex::areEqual(NSObject searched, NSObject appended) const {
 
 void EqualityIndex::add(Sought object, bool isFirstOfEqual) {
     const NSUInteger position = objects_.size();
+    if (!areOfThePlatform_) retained_.push_back(retain(object.object));
     objects_.push_back(object.object);
     hashes_.push_back(object.hash);
     if (object.hash == 0) others_.push_back(position);

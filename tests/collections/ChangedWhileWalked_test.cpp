@@ -139,6 +139,39 @@ TEST_F(ChangedWhileWalkedTest, WhatIsComparedStaysWhileAStringsOwnCodeEmptiesThe
     EXPECT_EQ(text(merged.objectAtIndex(1)), "made at run time, second");
 }
 
+// An array of one name, which empties another one when it is asked for it.
+NSArray emptyingArray(NSMutableArray array) {
+    static const ClassDefinition definition{
+        {.name = "TessarinTestEmptyingArray",
+         .superclass = "NSArray",
+         .instanceVariables = {instanceVariable<NSMutableArray>("array")},
+         .methods = {instanceMethod(
+                         "count", +[](NSArray, SEL) { return NSUInteger{1}; }),
+                     instanceMethod(
+                         "objectAtIndex:", +[](NSArray self, SEL, NSUInteger) {
+                             instanceVariableOf<NSMutableArray>(self, "array").removeAllObjects();
+                             return NSObject("its own"_ns);
+                         })}}};
+    const NSArray emptying = adopt(send<NSArray>(definition.classObject().alloc(), "init"_sel)).autorelease();
+    instanceVariableOf<NSMutableArray>(emptying, "array") = array;
+    return emptying;
+}
+
+TEST_F(ChangedWhileWalkedTest, WhatIsMergedStaysWhileTheArgumentEmptiesTheReceiver) {
+    const NSMutableArray receiver = NSMutableArray::array();
+    {
+        const AutoreleasePool pool;
+        for (const char* text : {"made at run time, first", "made at run time, second"})
+            receiver.addObject(NSString(std::string(text)));
+    }
+    const NSArray merged =
+        tessarin_arrayByMergingWithArray_receiverFirst(receiver, emptyingArray(receiver), true);
+    EXPECT_EQ(receiver.count(), 0u);
+    ASSERT_EQ(merged.count(), 3u);
+    EXPECT_EQ(text(merged.objectAtIndex(1)), "made at run time, second");
+    EXPECT_EQ(text(merged.objectAtIndex(2)), "its own");
+}
+
 // An array that answers nil for its items, which no array may.
 TEST_F(ChangedWhileWalkedTest, AnArrayOfNilIsThePlatformsMatter) {
     static const ClassDefinition definition{
