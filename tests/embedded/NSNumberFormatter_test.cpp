@@ -1,45 +1,34 @@
-// Numbers of fraction digits that only the embedded platform's formatter promises to stand.
+// Number formatters whose methods an application has replaced.
 #include "PlatformTest.h"
 
-#include <limits>
+#include "TessarinFoundation/NSString+TessarinExtensions.h"
+#include "TessarinPlatform/NSNumberFormatter.h"
+
+#include <algorithm>
 
 namespace tessarin::testing {
 namespace {
 
-class EmbeddedNumberFormatterTest : public PlatformTest {
-protected:
-    const Retained<NSNumberFormatter> formatter = adopt(NSNumberFormatter::alloc().init());
+Implementation original;
 
-    std::string shown(double number) const {
-        return text(formatter.stringFromNumber(NSNumber::numberWithDouble(number)));
-    }
-};
-
-TEST_F(EmbeddedNumberFormatterTest, ANegativeMaximumIsSix) {
-    for (const NSUInteger digits : {NSUInteger{2147483648}, NSUInteger{4294967290}}) {
-        formatter.setMaximumFractionDigits(digits);
-        EXPECT_EQ(formatter.maximumFractionDigits(), digits);
-        EXPECT_EQ(shown(2.0 / 3), "0.666667");
-    }
+// At most one digit, whatever is asked for.
+void setMaximumFractionDigits(NSObject self, SEL selector, NSUInteger digits) {
+    detail::call<void>(original, self, selector, std::min<NSUInteger>(digits, 1));
 }
 
-TEST_F(EmbeddedNumberFormatterTest, ANegativeMinimumIsNone) {
-    formatter.setMinimumFractionDigits(std::numeric_limits<NSUInteger>::max());
-    EXPECT_EQ(shown(2), "2");
-}
-
-TEST_F(EmbeddedNumberFormatterTest, AHugeMinimumIsNotTakenAtItsWord) {
-    formatter.setMinimumFractionDigits(2147483647);
-    EXPECT_EQ(shown(2), "2." + std::string(340, '0'));
-    EXPECT_EQ(shown(2.2250738585072014e-308),
-              "0." + std::string(307, '0') + "22250738585072014" + std::string(16, '0'));
-}
-
-TEST_F(EmbeddedNumberFormatterTest, TheSeparatorIsTheUsersAgainOnceItIsNil) {
-    const std::string users = text(formatter.decimalSeparator());
-    formatter.setDecimalSeparator("!"_ns);
-    formatter.setDecimalSeparator(nil);
-    EXPECT_EQ(text(formatter.decimalSeparator()), users);
+TEST(ReplacedNumberFormatterTest, AReplacedSetterIsAsked) {
+    const AutoreleasePool pool;
+    const auto size = [] {
+        return text(tessarin_stringWithFileSize_ofUnit_forPrecision_longUnit_separateSuffix(
+            NSNumber::numberWithInt(1280), 65535, 2, false, true));
+    };
+    EXPECT_EQ(size(), "1.25 kB");
+    original = runtime::lookUpInClass("NSNumberFormatter"_class.object(), "setMaximumFractionDigits:"_sel);
+    static const ExtensionGroup group{
+        "NSNumberFormatter",
+        "TessarinTests",
+        {instanceMethod("setMaximumFractionDigits:", setMaximumFractionDigits)}};
+    EXPECT_EQ(size(), "1.2 kB");
 }
 
 } // namespace

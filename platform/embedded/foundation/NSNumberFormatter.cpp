@@ -110,7 +110,9 @@ bool formattersAreAsMade() {
         return runtime::lookUpInClass("NSNumberFormatter"_class.object(), selector)
                == reinterpret_cast<Implementation>(method);
     };
-    return isAsMade("stringFromNumber:"_sel, stringFromNumber)
+    return isAsMade("setFormatterBehavior:"_sel, setFormatterBehavior)
+           && isAsMade("setMaximumFractionDigits:"_sel, setMaximumFractionDigits)
+           && isAsMade("stringFromNumber:"_sel, stringFromNumber)
            && isAsMade("decimalSeparator"_sel, decimalSeparator);
 }
 
