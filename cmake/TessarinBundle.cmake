@@ -58,6 +58,10 @@ function(tessarin_embed_framework target)
     get_target_property(library_version ${arg_LIBRARY} TESSARIN_VERSION)
     set(information ${CMAKE_CURRENT_BINARY_DIR}/CMakeFiles/${target}.dir/TessarinFoundation-Info.plist)
     configure_file(${CMAKE_CURRENT_FUNCTION_LIST_DIR}/TessarinFramework-Info.plist.in ${information} @ONLY)
+    get_target_property(is_framework ${arg_LIBRARY} FRAMEWORK)
+    if(APPLE AND is_framework)
+        set(information $<TARGET_FILE_DIR:${arg_LIBRARY}>/Resources/Info.plist) # which says more
+    endif()
 
     add_custom_command(
         TARGET ${target} POST_BUILD

@@ -46,8 +46,15 @@ install(FILES ${PROJECT_BINARY_DIR}/package/TessarinFoundationConfig.cmake
 install(FILES ${PROJECT_SOURCE_DIR}/LICENSE ${PROJECT_SOURCE_DIR}/CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR}
         COMPONENT common)
 
-# For pkg-config, whose file finds the prefix from its own place, unless a directory outside of the prefix was asked
-# for.
+if(PROJECT_IS_TOP_LEVEL AND TESSARIN_BUILD_SHARED AND CMAKE_SYSTEM_NAME STREQUAL Linux)
+    include(TessarinDebianPackages)
+endif()
+
+# For pkg-config, which knows nothing of frameworks. Its file finds the prefix from its own place, unless a directory
+# outside of the prefix was asked for.
+if(is_framework)
+    return()
+endif()
 set(pc_directory ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 if(IS_ABSOLUTE ${CMAKE_INSTALL_LIBDIR})
     set(pc_prefix ${CMAKE_INSTALL_PREFIX})
@@ -73,16 +80,9 @@ endif()
 if(TESSARIN_PLATFORM STREQUAL native)
     set(pc_definitions " -DTESSARIN_NATIVE")
     set(pc_libraries " -lgnustep-base -lobjc")
-    if(APPLE)
-        set(pc_libraries " -framework Foundation -lobjc")
-    endif()
     # For programs that the Objective-C compiler links.
     string(APPEND pc_private_libraries " -lstdc++ -lm")
 endif()
 set(pc_file ${PROJECT_BINARY_DIR}/package/${TESSARIN_LIBRARY_NAME}.pc)
 configure_file(${PROJECT_SOURCE_DIR}/cmake/TessarinFoundation.pc.in ${pc_file} @ONLY)
 install(FILES ${pc_file} DESTINATION ${pc_directory} COMPONENT development)
-
-if(PROJECT_IS_TOP_LEVEL AND TESSARIN_BUILD_SHARED AND CMAKE_SYSTEM_NAME STREQUAL Linux)
-    include(TessarinDebianPackages)
-endif()

