@@ -3,6 +3,7 @@
 import os
 
 from conan import ConanFile
+from conan.errors import ConanInvalidConfiguration
 from conan.tools.cmake import CMake, CMakeToolchain, cmake_layout
 from conan.tools.files import copy
 
@@ -24,6 +25,10 @@ class TessarinFoundation(ConanFile):
 
     def layout(self):
         cmake_layout(self)
+
+    def validate(self):
+        if self.settings.os not in ("Linux", "FreeBSD", "Windows"):
+            raise ConanInvalidConfiguration("The embedded platform is for Linux and Windows")
 
     def generate(self):
         toolchain = CMakeToolchain(self)

@@ -96,11 +96,25 @@ def module(name, **contents):
     vars(sys.modules[name]).update(contents)
 
 
+class ConanInvalidConfiguration(Exception):
+    pass
+
+
 module("conan", ConanFile=ConanFile)
+module("conan.errors", ConanInvalidConfiguration=ConanInvalidConfiguration)
 module("conan.tools")
 module("conan.tools.cmake", CMake=CMake, CMakeToolchain=CMakeToolchain, cmake_layout=lambda recipe: None)
 module("conan.tools.files", copy=copy)
 module("conan.tools.build", can_run=lambda recipe: True)
+
+
+def takes(recipe, system):
+    asked = types.SimpleNamespace(settings=types.SimpleNamespace(os=system))
+    try:
+        type(recipe).validate(asked)
+    except ConanInvalidConfiguration:
+        return False
+    return True
 
 
 def load(file):
@@ -118,6 +132,8 @@ recipe = load(packaging / "conanfile.py")
 project = re.search(r"project\(TessarinFoundation VERSION ([0-9.]+)", (source / "CMakeLists.txt").read_text())
 expect("the version is the project's", recipe.version == project.group(1))
 expect("the library is shared unless it is asked for otherwise", recipe.default_options == {"shared": True})
+expect("what the library is made for is taken, and no more",
+       [system for system in ("Linux", "Windows", "Macos", "Android") if takes(recipe, system)] == ["Linux", "Windows"])
 recipe.options = types.SimpleNamespace(shared=kind == "shared")
 recipe.export_sources_folder = recipe.source_folder = str(work / "sources")
 recipe.build_folder, recipe.package_folder = str(work / "build"), str(work / "package")
