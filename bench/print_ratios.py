@@ -10,6 +10,7 @@ import math
 import sys
 
 NANOSECONDS = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
+NOT_MEASURED = "not measured"
 
 
 def shortest_times(arguments):
@@ -45,7 +46,7 @@ def readable(nanoseconds):
 def row(kind, limit, ours, rival, times, item_times):
     """Our time, the rival's, how they compare, and what that says."""
     if ours not in times or (rival != "-" and rival not in times):
-        return "", "", "", "not measured"
+        return "", "", "", NOT_MEASURED
     if kind == "item":
         each = item_times[ours]
         return readable(times[ours]), "", f"{each:.2f} ns", verdict(kind, f"{limit} ns", each <= float(limit))
@@ -61,13 +62,18 @@ def row(kind, limit, ours, rival, times, item_times):
 
 def main():
     times, item_times = shortest_times(sys.argv[2:])
+    are_all_measured = True
     for line in open(sys.argv[1], encoding="utf-8"):
         if line.startswith("## "):
             print(f"\n#{line}\n| What | Against | Ours | Theirs | Ratio | Limit |\n|---|---|---|---|---|---|")
         elif not line.startswith("#"):
             kind, limit, ours, rival, meaning = line.rstrip("\n").split("\t")
             what, _, whom = meaning.partition(" : ")
-            print("| " + " | ".join((what, whom, *row(kind, limit, ours, rival, times, item_times))) + " |")
+            cells = row(kind, limit, ours, rival, times, item_times)
+            print("| " + " | ".join((what, whom, *cells)) + " |")
+            are_all_measured &= cells[-1] != NOT_MEASURED
+    if not are_all_measured:
+        sys.exit("Some rows were not measured.")
 
 
 if __name__ == "__main__":

@@ -15,5 +15,6 @@ xvfb-run --auto-servernum --server-args "-screen 0 1440x900x24" bash -c '
     program=$!
     trap "kill $program" EXIT
     sleep 3 # until everything is drawn
+    kill -0 $program || exit 1
     import -window root -crop 840x560+0+0 +repage "$PICTURE" # where the application is
 '
