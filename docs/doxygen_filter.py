@@ -36,7 +36,7 @@ def header(text):
 def main():
     with open(sys.argv[1], encoding="utf-8") as file:
         text = file.read()
-    sys.stdout.write(header(text) if sys.argv[1].endswith(".h") else text)
+    sys.stdout.write(header(text))
 
 
 if __name__ == "__main__":

@@ -55,8 +55,9 @@ TESSARIN_EXPORT OSStatus AudioComponentGetDescription(AudioComponent component,
                                                       AudioComponentDescription* description)
     TESSARIN_SYSTEM_SYMBOL("_AudioComponentGetDescription");
 
-// Stores a component's name, which the caller owns. 0 for success, -50 for a null argument; then nothing is
-// stored.
+// Stores a component's name, which the caller owns; nil when the name that it was registered with has no copy,
+// which only a string of an application's class may have. 0 for success, -50 for a null argument; then nothing
+// is stored.
 TESSARIN_EXPORT OSStatus AudioComponentCopyName(AudioComponent component, TESSARIN_STRING_OUT name)
     TESSARIN_SYSTEM_SYMBOL("_AudioComponentCopyName");
 
@@ -68,8 +69,8 @@ TESSARIN_EXPORT OSStatus AudioComponentGetVersion(AudioComponent component, UInt
 // Registers what an audio-component bundle declares: the dictionaries of the array `AudioComponents` in its
 // Info.plist (`type`, `subtype`, `manufacturer`: strings of four characters; `name`: a string; `version`: a
 // number, 0 when it is missing). `path` is the bundle, which holds Contents/Info.plist or Info.plist, or the
-// Info.plist itself. Answers how many were registered, 0 for an Info.plist without that array. When the file
-// cannot be read, is no property list, or any of its dictionaries is not as it should be, nothing is
+// Info.plist itself. Answers how many were registered, 0 for an empty array. When the file cannot be
+// read, is no property list, has no such array, or any of its dictionaries is not as it should be, nothing is
 // registered, the answer is -1, and an error that says which is stored unless `error` is null:
 // NSCocoaErrorDomain, with NSLocalizedDescription.
 TESSARIN_EXPORT long TessarinRegisterAudioComponentsOfBundle(TESSARIN_STRING path, TESSARIN_ERROR_OUT error);
