@@ -10,6 +10,7 @@
 #include "TessarinPlatform/ValueComparison.h"
 
 #include <algorithm>
+#include <span>
 #include <vector>
 
 using namespace tessarin;

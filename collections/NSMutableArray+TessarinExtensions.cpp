@@ -7,6 +7,7 @@
 #include "TessarinPlatform/RandomNumbers.h"
 
 #include <algorithm>
+#include <span>
 
 using namespace tessarin;
 

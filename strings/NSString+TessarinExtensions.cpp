@@ -5,7 +5,6 @@
 #include "TessarinPlatform/Definition.h"
 #include "TessarinPlatform/Exceptions.h"
 #include "TessarinPlatform/NSLog.h"
-#include "TessarinPlatform/NSMutableArray.h"
 #include "TessarinPlatform/NSMutableString.h"
 #include "TessarinPlatform/Retained.h"
 

@@ -4,6 +4,8 @@
 #include "TessarinPlatform/NSString.h"
 #include "TessarinPlatform/Retained.h"
 
+#include <string_view>
+
 namespace tessarin {
 
 // nil for ill-formed UTF-8. A byte-order mark is text like any other.

@@ -1,7 +1,6 @@
 #include "platform/services/JapaneseEncodings.h"
 
 #include <algorithm>
-#include <array>
 #include <initializer_list>
 
 namespace tessarin::encodings {

@@ -3,7 +3,7 @@
 //
 // A container that stands in several places becomes one of its own in each; a string or data object stays one
 // for all its places, and is immutable. Containers nested more than 512 deep are refused, as reading refuses
-// them, and so is a list whose shared containers would become more than 16 times what it holds and 2^20.
+// them, and so is a list whose shared containers would become 16 times what it holds, and 2^20 more.
 // Neither stack nor memory is used beyond that.
 //
 // Beside what PropertyListExamination.h asks of it, `Platform` says how a copy is made:
@@ -19,6 +19,9 @@
 #include "TessarinPlatform/AutoreleasePool.h"
 #include "platform/services/PropertyListError.h"
 #include "platform/services/PropertyListExamination.h"
+
+#include <string>
+#include <vector>
 
 namespace tessarin {
 

@@ -25,7 +25,9 @@
 
 #include "TessarinPlatform/NSPropertyListSerialization.h"
 
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace tessarin {
 

@@ -469,7 +469,7 @@ Retained<NSObject> Reader::uidAt(const Header& header) {
 
 Retained<NSObject> readBinaryPropertyList(std::string_view document,
                                           NSPropertyListMutabilityOptions mutability) {
-    const AutoreleasePool pool; // for the numbers, which would otherwise wait for the caller's
+    const AutoreleasePool pool; // for mutable data, whose makers autorelease them
     return Reader(document, mutability).read();
 }
 

@@ -5,7 +5,7 @@
 
 namespace tessarin::embedded {
 
-// Each is defined in the file that bears the class's name.
+// Each is defined in the file that bears the class's name, or in that of the class that it serves.
 ClassDescription describeNSObject();
 ClassDescription describeProtocol();
 ClassDescription describeNSString();

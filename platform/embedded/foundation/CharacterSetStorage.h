@@ -13,11 +13,11 @@
 
 namespace tessarin::embedded {
 
-// A sorted list of ranges. The first 256 characters, which most texts are made of, have a bit each besides,
-// and a set of those alone needs no list.
+// A sorted list of ranges. The first 256 characters, which most texts are made of, have a bit each; ranges of
+// them in the list do not count, and a set of those alone needs no list.
 struct CharacterSetStorage {
     std::array<std::uint64_t, 4> latin1 = {};
-    std::span<const unicode::Range> ranges; // those from U+0100 on
+    std::span<const unicode::Range> ranges; // read from U+0100 on
     std::vector<unicode::Range> ownRanges;  // where the list is not constant
     bool isInverted = false;
 

@@ -151,7 +151,7 @@ Retained<NSObject> Reader::makeData(std::string_view text) const {
 } // namespace
 
 Retained<NSObject> readXMLPropertyList(std::string_view text, NSPropertyListMutabilityOptions mutability) {
-    const AutoreleasePool pool; // for the numbers, which would otherwise wait for the caller's
+    const AutoreleasePool pool; // for mutable data, whose makers autorelease them
     return Reader(text, mutability).read();
 }
 

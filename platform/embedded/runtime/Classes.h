@@ -30,7 +30,8 @@ struct InstanceVariable {
 };
 
 // A class or a metaclass. Everything but the cache is written under the runtime's lock, and all but methods,
-// caches and subclasses is fixed once the class can be looked up.
+// caches, subclasses and what a group that counts references changes is fixed once the class can be looked
+// up.
 struct RuntimeClass : ClassRecord {
     std::string name;
     RuntimeClass* superclass = nullptr;
