@@ -2,22 +2,17 @@
 // digits say, and what is written of it reads back as the same.
 //
 // The input is UTF-16, the less significant byte first, or where its first byte is odd, Latin-1.
+#include "Require.h"
+
 #include "TessarinFoundation/NSColor+TessarinExtensions.h"
 #include "TessarinPlatform/TessarinPlatform.h"
 
-#include <cstdlib>
-#include <iostream>
 #include <string>
 
 using namespace tessarin;
+using fuzzing::require;
 
 namespace {
-
-void require(bool condition, const char* requirement) {
-    if (condition) return;
-    std::cerr << "violated: " << requirement << std::endl;
-    std::abort();
-}
 
 std::u16string unitsOf(const std::uint8_t* data, std::size_t size) {
     std::u16string units;

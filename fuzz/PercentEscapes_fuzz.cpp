@@ -1,13 +1,14 @@
 // Percent escapes in all encodings: any text gives text or nil, and what is escaped is read back as it was.
 //
 // The first byte of an input chooses the encoding; the rest is UTF-16, the less significant byte first.
+#include "Require.h"
+
 #include "TessarinPlatform/TessarinPlatform.h"
 
-#include <cstdlib>
-#include <iostream>
 #include <string>
 
 using namespace tessarin;
+using fuzzing::require;
 
 namespace {
 
@@ -32,12 +33,6 @@ constexpr CFStringEncoding encodings[] = {kCFStringEncodingUTF8,
                                           0x0507,
                                           0x0206,
                                           0x7777};
-
-void require(bool condition, const char* requirement) {
-    if (condition) return;
-    std::cerr << "violated: " << requirement << std::endl;
-    std::abort();
-}
 
 Retained<NSString> added(NSString string, NSString escaped, CFStringEncoding encoding) {
     return adopt(

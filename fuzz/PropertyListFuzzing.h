@@ -2,22 +2,16 @@
 // what was read is written and read back as an equal one.
 #pragma once
 
+#include "Require.h"
+
 #include "TessarinPlatform/TessarinPlatform.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <iostream>
 #include <map>
 
 namespace tessarin::fuzzing {
-
-inline void require(bool condition, const char* requirement) {
-    if (condition) return;
-    std::cerr << "violated: " << requirement << std::endl;
-    std::abort();
-}
 
 inline id readPropertyList(NSData document, NSPropertyListMutabilityOptions options, NSError* error) {
     return NSPropertyListSerialization::propertyListWithData_options_format_error(document, options, nullptr,
