@@ -1,7 +1,6 @@
 // Reference counts against an intrusive atomic count with the same memory orders.
 #include "Rivals.h"
 
-#include "TessarinPlatform/AutoreleasePool.h"
 #include "TessarinPlatform/Retained.h"
 
 #include <benchmark/benchmark.h>
@@ -39,14 +38,5 @@ void makeIntrusive(benchmark::State& state) {
     for (auto _ : state) benchmark::DoNotOptimize(bench::IntrusivePointer(new bench::CountedObject).get());
 }
 BENCHMARK(makeIntrusive)->Name("Making/IntrusiveObject");
-
-void autorelease(benchmark::State& state) {
-    Retained<NSObject> object = newObject();
-    for (auto _ : state) {
-        const AutoreleasePool pool;
-        benchmark::DoNotOptimize(Retained<NSObject>(object).autorelease().object());
-    }
-}
-BENCHMARK(autorelease)->Name("ReferenceCounting/AutoreleaseInPool");
 
 } // namespace

@@ -22,24 +22,4 @@ void outAndIn(benchmark::State& state) {
 }
 BENCHMARK(outAndIn)->Name("StreamFormat/Array");
 
-void out(benchmark::State& state) {
-    AudioStreamBasicDescription format = bench::streamFormat;
-    for (auto _ : state) {
-        const AutoreleasePool pool;
-        benchmark::DoNotOptimize(format);
-        benchmark::DoNotOptimize(TSSRArrayFromASBD(format).object());
-    }
-}
-BENCHMARK(out)->Name("StreamFormat/ArrayOut");
-
-void in(benchmark::State& state) {
-    const AutoreleasePool pool;
-    const NSArray array = TSSRArrayFromASBD(bench::streamFormat);
-    for (auto _ : state) {
-        const AutoreleasePool inner;
-        benchmark::DoNotOptimize(TSSRASBDFromArray(array));
-    }
-}
-BENCHMARK(in)->Name("StreamFormat/ArrayIn");
-
 } // namespace
