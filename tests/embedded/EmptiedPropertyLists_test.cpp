@@ -113,6 +113,7 @@ TEST_F(EmptiedPropertyListTest, AnArrayThatIsNoneWhenAskedAgainIsTheArrayThatItW
                      instanceMethod(
                          "objectAtIndex:", +[](NSObject, SEL, NSUInteger) { return id("a"_ns); })}}};
     list_.addObject(adopt(NSObject(definition.classObject().alloc())));
+    questions = 0;
     EXPECT_EQ(embedded::propertyListDefect(list_, NSPropertyListXMLFormat_v1_0), "");
     EXPECT_EQ(questions, 1);
 }

@@ -1,4 +1,5 @@
 // New classes and extension groups.
+#include "NewClassName.h"
 #include "PlatformTest.h"
 
 #include <cstdarg>
@@ -190,17 +191,26 @@ TEST_F(ClassDefinitionTest, ATakenNameRaises) {
 }
 
 TEST_F(ClassDefinitionTest, WaitsForItsSuperclass) {
-    const ClassDefinition third{{.name = "DefinitionThird", .superclass = "DefinitionSecond"}};
-    const ClassDefinition second{{.name = "DefinitionSecond", .superclass = "DefinitionFirst"}};
+    const std::string names[] = {newClassName("DefinitionFirst"), newClassName("DefinitionSecond"),
+                                 newClassName("DefinitionThird")};
+    const ClassDefinition third{{.name = names[2].c_str(), .superclass = names[1].c_str()}};
+    const ClassDefinition second{{.name = names[1].c_str(), .superclass = names[0].c_str()}};
     EXPECT_FALSE(third.classObject());
-    EXPECT_FALSE("DefinitionSecond"_class);
-    EXPECT_THROWS_NAMED(ClassDefinition({.name = "DefinitionThird"}), "NSInvalidArgumentException");
+    EXPECT_FALSE(second.classObject());
+    EXPECT_THROWS_NAMED(ClassDefinition({.name = names[2].c_str()}), "NSInvalidArgumentException");
 
-    const ClassDefinition first{{.name = "DefinitionFirst"}};
+    const ClassDefinition first{{.name = names[0].c_str()}};
     EXPECT_TRUE(first.classObject());
     EXPECT_EQ(second.classObject().superclass(), first.classObject());
-    EXPECT_EQ("DefinitionThird"_class, third.classObject());
-    EXPECT_TRUE(newTrack("DefinitionThird"_class).isKindOfClass("DefinitionFirst"_class));
+    EXPECT_EQ(third.classObject().superclass(), second.classObject());
+    EXPECT_TRUE(newTrack(third.classObject()).isKindOfClass(first.classObject()));
+}
+
+TEST_F(ClassDefinitionTest, ALiteralIsTheClassAsSoonAsItExists) {
+    if ("DefinitionLiteral"_class) GTEST_SKIP() << "the class exists since an earlier run in this process";
+    const ClassDefinition definition{{.name = "DefinitionLiteral"}};
+    EXPECT_TRUE("DefinitionLiteral"_class);
+    EXPECT_EQ("DefinitionLiteral"_class, definition.classObject());
 }
 
 // ---- A string class of one's own: the letters from a to z, so many of them
@@ -311,22 +321,22 @@ NSString replacedAnswer(NSObject, SEL) { return "second"_ns; }
 NSString firstAnswer(NSObject, SEL) { return "first"_ns; }
 
 TEST_F(ExtensionGroupTest, TakesTheClassesOwnMethodsPlace) {
-    static const ClassDefinition definition{
-        {.name = "DefinitionReplaced", .methods = {instanceMethod("answer", firstAnswer)}}};
+    const std::string name = newClassName("DefinitionReplaced");
+    const ClassDefinition definition{
+        {.name = name.c_str(), .methods = {instanceMethod("answer", firstAnswer)}}};
     const NSObject object = adopt(send<NSObject>(definition.classObject().alloc(), "init"_sel)).autorelease();
     EXPECT_EQ(text(send<NSString>(object, "answer"_sel)), "first");
-    static const ExtensionGroup group{
-        "DefinitionReplaced", "Replacing", {instanceMethod("answer", replacedAnswer)}};
+    const ExtensionGroup group{name.c_str(), "Replacing", {instanceMethod("answer", replacedAnswer)}};
     EXPECT_EQ(text(send<NSString>(object, "answer"_sel)), "second");
 }
 
 TEST_F(ExtensionGroupTest, AnsweredBeforeByAnotherIsTakenNoticeOf) {
-    static const ClassDefinition definition{{.name = "DefinitionLateMethod"}};
+    const std::string name = newClassName("DefinitionLateMethod");
+    const ClassDefinition definition{{.name = name.c_str()}};
     const NSObject object = adopt(send<NSObject>(definition.classObject().alloc(), "init"_sel)).autorelease();
     EXPECT_THROWS_NAMED(send<NSString>(object, "answer"_sel), "NSInvalidArgumentException");
     EXPECT_FALSE(object.respondsToSelector("answer"));
-    static const ExtensionGroup group{
-        "DefinitionLateMethod", "Late", {instanceMethod("answer", firstAnswer)}};
+    const ExtensionGroup group{name.c_str(), "Late", {instanceMethod("answer", firstAnswer)}};
     EXPECT_TRUE(object.respondsToSelector("answer"));
     EXPECT_EQ(text(send<NSString>(object, "answer"_sel)), "first");
 }
@@ -340,12 +350,13 @@ TEST_F(ExtensionGroupTest, IsLeftOffWhereTheClassIsMissing) {
 }
 
 TEST_F(ExtensionGroupTest, IsAttachedWhenTheClassComesToExist) {
-    static const ExtensionGroup group{"DefinitionLate", "Waiting", {instanceMethod("answer", firstAnswer)}};
+    const std::string name = newClassName("DefinitionLate");
+    const ExtensionGroup group{name.c_str(), "Waiting", {instanceMethod("answer", firstAnswer)}};
     EXPECT_FALSE(group.isAttached());
-    static const ClassDefinition definition{{.name = "DefinitionLate"}};
+    const ClassDefinition definition{{.name = name.c_str()}};
     EXPECT_TRUE(group.isAttached());
-    EXPECT_TRUE(recordOf("DefinitionLate", "Waiting").attached);
-    const NSObject object = adopt(send<NSObject>("DefinitionLate"_class.alloc(), "init"_sel)).autorelease();
+    EXPECT_TRUE(recordOf(name, "Waiting").attached);
+    const NSObject object = adopt(send<NSObject>(definition.classObject().alloc(), "init"_sel)).autorelease();
     EXPECT_EQ(text(send<NSString>(object, "answer"_sel)), "first");
 }
 

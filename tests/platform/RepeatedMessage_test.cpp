@@ -1,4 +1,5 @@
 // One message sent to many objects in a row.
+#include "NewClassName.h"
 #include "PlatformTest.h"
 
 #include "TessarinPlatform/RepeatedMessage.h"
@@ -87,10 +88,10 @@ TEST_F(RepeatedMessageTest, AsksClassesThatHaveAnsweredNothingYet) {
 }
 
 TEST_F(RepeatedMessageTest, AMethodThatIsReplacedMeanwhileIsTheOneThatIsCalled) {
-    static const ClassDefinition definition{
-        {.name = "RepeatedMessageTestReplaced", .methods = {instanceMethod("answerOfReplaced", answerOne)}}};
-    static const ClassDefinition inheriting{
-        {.name = "RepeatedMessageTestReplacedToo", .superclass = "RepeatedMessageTestReplaced"}};
+    const std::string name = newClassName("RepeatedMessageTestReplaced");
+    const ClassDefinition definition{
+        {.name = name.c_str(), .methods = {instanceMethod("answerOfReplaced", answerOne)}}};
+    const ClassDefinition inheriting{{.name = (name + "Too").c_str(), .superclass = name.c_str()}};
     const NSObject object = make(definition), other = make(inheriting);
     RepeatedMessage<NSInteger()> answer("answerOfReplaced"_sel);
     RepeatedMessage<NSInteger()> inherited("answerOfReplaced"_sel);
@@ -98,8 +99,7 @@ TEST_F(RepeatedMessageTest, AMethodThatIsReplacedMeanwhileIsTheOneThatIsCalled) 
         EXPECT_EQ(answer(object), 1);
         EXPECT_EQ(inherited(other), 1);
     }
-    static const ExtensionGroup group{
-        "RepeatedMessageTestReplaced", "Later", {instanceMethod("answerOfReplaced", answerTwo)}};
+    const ExtensionGroup group{name.c_str(), "Later", {instanceMethod("answerOfReplaced", answerTwo)}};
     for (int round = 0; round < 2; ++round) {
         EXPECT_EQ(answer(object), 2);
         EXPECT_EQ(inherited(other), 2);
