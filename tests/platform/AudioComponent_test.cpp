@@ -1,13 +1,11 @@
 #include "PlatformTest.h"
+#include "TemporaryFolder.h"
 
 #include "TessarinPlatform/AudioComponent.h"
 
 #include <filesystem>
-#include <fstream>
 #include <set>
 #include <thread>
-
-#include <unistd.h>
 
 namespace tessarin::testing {
 namespace {
@@ -176,15 +174,9 @@ TEST_F(AudioComponentTest, NullArgumentsAreParameterErrors) {
 
 class AudioComponentBundleTest : public AudioComponentTest {
 protected:
-    const fs::path bundle = [] {
-        static int number = 0;
-        fs::path path =
-            fs::temp_directory_path()
-            / ("components-" + std::to_string(getpid()) + "-" + std::to_string(++number) + ".component");
-        fs::create_directories(path / "Contents");
-        return path;
-    }();
-    ~AudioComponentBundleTest() override { fs::remove_all(bundle); }
+    const TemporaryFolder folder;
+    const fs::path bundle = folder.path() / "Acme.component";
+    AudioComponentBundleTest() { fs::create_directories(bundle / "Contents"); }
 
     std::string manufacturerText() const {
         std::string result;
@@ -215,8 +207,8 @@ protected:
         return propertyList("<dict><key>CFBundleName</key><string>Test</string><key>AudioComponents</key>"
                             + components + "</dict>");
     }
-    static void write(const fs::path& path, const std::string& contents) {
-        std::ofstream(path, std::ios::binary) << contents;
+    void write(const std::string& name, const std::string& contents) const {
+        folder.write(bundle / name, contents);
     }
     static long registerBundle(const fs::path& path) {
         NSError error;
@@ -226,7 +218,7 @@ protected:
     }
     // That a file is refused with an error and registers nothing.
     void expectRefused(const std::string& contents) {
-        write(bundle / "Contents/Info.plist", contents);
+        write("Contents/Info.plist", contents);
         expectRefusedAt(NSString(bundle.string()));
     }
     void expectRefusedAt(NSString path) {
@@ -241,11 +233,10 @@ protected:
 };
 
 TEST_F(AudioComponentBundleTest, RegistersWhatTheBundleDeclares) {
-    write(bundle / "Contents/Info.plist",
-          information("<array>" + delay()
-                      + component("<string>aumu</string>", "<string>orgn</string>",
-                                  "<string>Acme: \u00d6rgan</string>")
-                      + "</array>"));
+    write("Contents/Info.plist", information("<array>" + delay()
+                                             + component("<string>aumu</string>", "<string>orgn</string>",
+                                                         "<string>Acme: \u00d6rgan</string>")
+                                             + "</array>"));
     EXPECT_EQ(registerBundle(bundle), 2);
     const AudioComponentDescription wanted{code("aumu"), code("orgn"), manufacturer, 0, 0};
     const AudioComponent organ = AudioComponentFindNext(nullptr, &wanted);
@@ -256,12 +247,12 @@ TEST_F(AudioComponentBundleTest, RegistersWhatTheBundleDeclares) {
 }
 
 TEST_F(AudioComponentBundleTest, FindsTheFileAtTheTopOfTheBundle) {
-    write(bundle / "Info.plist", information("<array>" + delay() + "</array>"));
+    write("Info.plist", information("<array>" + delay() + "</array>"));
     EXPECT_EQ(registerBundle(bundle), 1);
 }
 
 TEST_F(AudioComponentBundleTest, TakesTheFileItself) {
-    write(bundle / "Contents/Info.plist", information("<array>" + delay() + "</array>"));
+    write("Contents/Info.plist", information("<array>" + delay() + "</array>"));
     EXPECT_EQ(registerBundle(bundle / "Contents/Info.plist"), 1);
 }
 
@@ -273,23 +264,22 @@ TEST_F(AudioComponentBundleTest, ReadsABinaryPropertyList) {
     const NSData data = NSPropertyListSerialization::dataWithPropertyList_format_options_error(
         NSDictionary::dictionaryWithObject_forKey(NSArray::arrayOf(declared), "AudioComponents"_ns),
         NSPropertyListBinaryFormat_v1_0, 0, nullptr);
-    write(bundle / "Contents/Info.plist", {static_cast<const char*>(data.bytes()), data.length()});
+    write("Contents/Info.plist", {static_cast<const char*>(data.bytes()), data.length()});
     EXPECT_EQ(registerBundle(bundle), 1);
 }
 
 TEST_F(AudioComponentBundleTest, AMissingVersionIsZero) {
-    write(bundle / "Contents/Info.plist",
-          information("<array>"
-                      + component("<string>aufx</string>", "<string>dely</string>",
-                                  "<string>Acme: Delay</string>", "")
-                      + "</array>"));
+    write("Contents/Info.plist", information("<array>"
+                                             + component("<string>aufx</string>", "<string>dely</string>",
+                                                         "<string>Acme: Delay</string>", "")
+                                             + "</array>"));
     EXPECT_EQ(registerBundle(bundle), 1);
     const AudioComponentDescription wanted{0, 0, manufacturer, 0, 0};
     EXPECT_EQ(versionOf(AudioComponentFindNext(nullptr, &wanted)), 0u);
 }
 
 TEST_F(AudioComponentBundleTest, AnEmptyArrayRegistersNothing) {
-    write(bundle / "Contents/Info.plist", information("<array/>"));
+    write("Contents/Info.plist", information("<array/>"));
     EXPECT_EQ(registerBundle(bundle), 0);
 }
 

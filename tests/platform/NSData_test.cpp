@@ -1,5 +1,6 @@
 // Runs of bytes, and files of them.
 #include "PlatformTest.h"
+#include "TemporaryFolder.h"
 
 #include "TessarinPlatform/NSData.h"
 
@@ -7,7 +8,6 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <unistd.h>
 
 namespace tessarin::testing {
 namespace {
@@ -16,9 +16,6 @@ namespace fs = std::filesystem;
 
 class NSDataTest : public PlatformTest {
 protected:
-    NSDataTest() { fs::create_directories(folder_); }
-    ~NSDataTest() override { fs::remove_all(folder_); }
-
     static NSData dataOf(const std::string& bytes) {
         return NSData::dataWithBytes_length(bytes.data(), bytes.size());
     }
@@ -34,7 +31,8 @@ protected:
         return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder_), {}));
     }
 
-    const fs::path folder_ = fs::temp_directory_path() / ("NSDataTest." + std::to_string(::getpid()));
+    const TemporaryFolder temporary_;
+    const fs::path& folder_ = temporary_.path();
 };
 
 TEST_F(NSDataTest, HoldsACopyOfItsBytes) {

@@ -1,10 +1,9 @@
 // Archiving: what becomes of values, objects and keys, as it shows when they are read back. The layout of
 // archives is tested beside the platform that writes them, and in tests/interop.
 #include "KeyedCoding.h"
+#include "TemporaryFolder.h"
 
-#include <filesystem>
 #include <limits>
-#include <unistd.h>
 
 namespace tessarin::testing {
 namespace {
@@ -215,13 +214,11 @@ TEST_F(NSKeyedArchiverTest, FinishingTwiceIsFinishingOnce) {
 }
 
 TEST_F(NSKeyedArchiverTest, AFileComesBack) {
-    const std::filesystem::path path =
-        std::filesystem::temp_directory_path() / ("NSKeyedArchiverTest." + std::to_string(::getpid()));
-    const NSString name(path.string());
+    const TemporaryFolder folder;
+    const NSString name((folder.path() / "archive").string());
     EXPECT_TRUE(NSKeyedArchiver::archiveRootObject_toFile(NSArray::arrayOf("x"_ns), name));
     EXPECT_TRUE(NSKeyedUnarchiver::unarchiveObjectWithFile(name).isEqual(NSArray::arrayOf("x"_ns)));
-    std::filesystem::remove(path);
-    EXPECT_EQ(NSKeyedUnarchiver::unarchiveObjectWithFile(name), nil);
+    EXPECT_EQ(NSKeyedUnarchiver::unarchiveObjectWithFile(NSString((folder.path() / "none").string())), nil);
     EXPECT_FALSE(NSKeyedArchiver::archiveRootObject_toFile("x"_ns, "/nowhere/at/all"_ns));
 }
 
