@@ -6,11 +6,7 @@
 #if defined(__has_feature)
 #    if __has_feature(blocks)
 
-// What the runtime of blocks defines; a block that is not copied needs no more of it.
-extern "C" {
-__attribute__((weak)) void* _NSConcreteStackBlock[32];
-__attribute__((weak)) void* _NSConcreteGlobalBlock[32];
-}
+#        include "BlockClasses.h"
 
 namespace tessarin::testing {
 namespace {
