@@ -1,9 +1,8 @@
-#include "PlatformTest.h"
+#include "ManyThreads.h"
 
 #include "TessarinFoundation/NSSortDescriptor+TessarinExtensions.h"
 
 #include <cstring>
-#include <thread>
 
 namespace tessarin::testing {
 namespace {
@@ -347,21 +346,12 @@ TEST_F(ConfiguredSortDescriptorTest, ConcurrentReadingAndSortingFindTheSame) {
     const NSArray words = NSArray::arrayOf("b"_ns, "D"_ns, "a"_ns, "C"_ns, "e"_ns);
     const NSSortDescriptor order = NSSortDescriptor::sortDescriptorWithKey_ascending_selector(
         "self"_ns, false, "caseInsensitiveCompare:"_sel);
-    const auto work = [&](std::string& mistake) {
-        for (int round = 0; round < 300 && mistake.empty(); ++round) {
-            const AutoreleasePool pool;
-            const NSSortDescriptor made =
-                tessarin_sortDescriptorWithConfiguration(tessarin_configuration(order));
-            if (!made.isEqual(order)) mistake = text(made.description());
-            const NSArray sorted = words.sortedArrayUsingDescriptors(NSArray::arrayOf(made, order));
-            if (texts(sorted) != Texts{"e", "D", "C", "b", "a"}) mistake = text(sorted.description());
-        }
-    };
-    std::vector<std::string> mistakes(8);
-    std::vector<std::thread> threads;
-    for (std::string& mistake : mistakes) threads.emplace_back([&] { work(mistake); });
-    for (std::thread& thread : threads) thread.join();
-    for (const std::string& mistake : mistakes) EXPECT_EQ(mistake, "");
+    onManyThreads(300, [&] {
+        const NSSortDescriptor made = tessarin_sortDescriptorWithConfiguration(tessarin_configuration(order));
+        const NSArray sorted = words.sortedArrayUsingDescriptors(NSArray::arrayOf(made, order));
+        return (made.isEqual(order) ? "" : text(made.description()))
+               + difference(text(sorted.componentsJoinedByString(" "_ns)), "e D C b a");
+    });
 }
 
 } // namespace

@@ -1,9 +1,9 @@
 // The result of a value transformation: accessors, descriptions, ownership. Its copies and its archives have
 // files of their own.
+#include "ManyThreads.h"
 #include "TransformedValueTest.h"
 
 #include <limits>
-#include <thread>
 
 namespace tessarin::testing {
 namespace {
@@ -140,6 +140,7 @@ private:
 };
 
 TEST_F(TransformedValueTest, DeallocReleasesTheClassAndThenTheValue) {
+    Departing::departed.clear();
     {
         Retained<NSObject> valueClass = Departing::make('c');
         Retained<NSObject> value = Departing::make('v');
@@ -286,21 +287,12 @@ TEST_F(TransformedValueTest, ANilReceiverAnswersZero) {
 
 TEST_F(TransformedValueTest, ConcurrentReadersFindTheSame) {
     const TSSRTransformedValue value = make(NSNumber::numberWithInt(5));
-    std::atomic<int> mistakes = 0;
-    std::vector<std::thread> threads;
-    for (int index = 0; index < 8; ++index)
-        threads.emplace_back([&] {
-            for (int round = 0; round < 500; ++round) {
-                const AutoreleasePool pool;
-                const TSSRTransformedValue copy = copyOf(value);
-                if (value.intValue() != 5 || copy.longLongValue() != 5
-                    || copy.valueClass() != TSSRTransformedValue::classObject()
-                    || text(value.completeDescription()) != "Transformed value '5' of class 'NSNumber'.")
-                    ++mistakes;
-            }
-        });
-    for (std::thread& thread : threads) thread.join();
-    EXPECT_EQ(mistakes, 0);
+    onManyThreads(500, [&]() -> std::string {
+        const TSSRTransformedValue copy = copyOf(value);
+        if (value.intValue() != 5 || copy.longLongValue() != 5) return "another number";
+        if (copy.valueClass() != TSSRTransformedValue::classObject()) return "another class";
+        return difference(text(value.completeDescription()), "Transformed value '5' of class 'NSNumber'.");
+    });
 }
 
 } // namespace
