@@ -1,38 +1,25 @@
 // Every operation on many threads at once: each keeps no state, so each thread finds what it would find
 // alone.
-#include "PlatformTest.h"
+#include "ManyThreads.h"
 
 #include "TessarinFoundation/TessarinFoundation.h"
 #include "TessarinPlatform/AudioComponent.h"
 
+#include <algorithm>
 #include <array>
 #include <atomic>
-#include <functional>
-#include <thread>
+#include <set>
 
 namespace tessarin::testing {
 namespace {
 
 class ConcurrentTest : public PlatformTest {
 protected:
-    // Runs `work` on several threads at once, each time in a pool of its own; `work` answers what went wrong,
-    // if anything.
-    static void onManyThreads(int rounds, const std::function<std::string()>& work) {
-        constexpr int threadCount = 8;
-        std::vector<std::string> mistakes(threadCount);
-        std::vector<std::thread> threads;
-        for (std::string& mistake : mistakes)
-            threads.emplace_back([&, rounds] {
-                for (int round = 0; round < rounds && mistake.empty(); ++round) {
-                    const AutoreleasePool pool;
-                    mistake = work();
-                }
-            });
-        for (std::thread& thread : threads) thread.join();
-        for (const std::string& mistake : mistakes) EXPECT_EQ(mistake, "");
-    }
-    static std::string difference(const std::string& found, const std::string& expected) {
-        return found == expected ? "" : "found " + found + " instead of " + expected;
+    static NSArray numbersUpTo(NSUInteger count) {
+        const NSMutableArray numbers = NSMutableArray::array();
+        for (NSUInteger number = 0; number < count; ++number)
+            numbers.addObject(NSNumber::numberWithUnsignedInteger(number));
+        return adopt(NSArray(numbers.copy())).autorelease();
     }
 };
 
@@ -63,6 +50,23 @@ TEST_F(ConcurrentTest, KeyPathsTrimmingURLsAndFileManagers) {
                + difference(text(tessarin_stringByTrimmingLeadingCharactersInSet("//a"_ns, slash)), "a")
                + difference(text(tessarin_fileURLRelativeToFileURL(url, base).path()), expected)
                + (tessarin_fileManager() == NSFileManager::defaultManager() ? "the shared manager" : "");
+    });
+}
+
+TEST_F(ConcurrentTest, AttributedStrings) {
+    const Retained<NSString> string = retain(NSString(std::string("Gain")));
+    const Retained<NSDictionary> bold =
+        retain(NSDictionary::dictionaryWithObject_forKey("bold"_ns, "weight"_ns));
+    const Retained<NSAttributedString> shared =
+        retain(tessarin_attributedStringWithString_attributes(string, bold));
+    onManyThreads(300, [&] {
+        const NSAttributedString made = tessarin_attributedStringWithString_attributes(string, bold);
+        std::string mistake = difference(text(made.string()), "Gain");
+        NSRange range{};
+        if (!shared.attributesAtIndex_effectiveRange(2, &range).isEqual(bold)) mistake += "other attributes ";
+        if (range != NSRange{0, 4}) mistake += "another range ";
+        if (!made.isEqual(shared)) mistake += "another string ";
+        return mistake;
     });
 }
 
@@ -127,27 +131,76 @@ TEST_F(ConcurrentTest, ArraysAndDictionaries) {
     });
 }
 
-// Names that are new to all threads as well as known ones.
-TEST_F(ConcurrentTest, LookUps) {
-    constexpr unsigned callCount = 8 * 300, callsOfAName = 8;
-    std::array<std::atomic<SEL>, callCount / callsOfAName> selectors{};
-    std::atomic<unsigned> calls = 0;
-    onManyThreads(300, [&] {
-        const unsigned number = calls++ / callsOfAName;
-        const std::string name = "concurrentLookUp" + std::to_string(number);
-        const SEL selector = runtime::registerSelector(name.c_str());
-        SEL first = nullptr;
-        const bool isFirst = selectors[number].compare_exchange_strong(first, selector);
-        return difference(runtime::selectorName(selector), name)
-               + (isFirst || first == selector ? "" : "another selector of the same name")
-               + (NSArray::array().respondsToSelector(selector) ? "a method of no class" : "")
-               + (NSArray::array().respondsToSelector("count"_sel) ? "" : "no count")
-               + (runtime::lookUpClass("NSMutableArray") == NSMutableArray::classObject().object()
-                      ? ""
-                      : "another class")
-               + (runtime::lookUpClass(name.c_str()) ? "a class of no name" : "");
+TEST_F(ConcurrentTest, PredicatesOfConcurrentWalks) {
+    const NSArray numbers = numbersUpTo(20'000);
+    const auto passes = [](NSNumber number, NSUInteger index, BOOL*) {
+        return number.unsignedIntegerValue() == index && index % 7 == 3 ? YES : NO;
+    };
+    const NSArray expected = tessarin_arrayWithObjectsPassingTest_options(numbers, passes, 0);
+    EXPECT_EQ(expected.count(), 2857u);
+    onManyThreads(3, [&]() -> std::string {
+        const NSArray passed =
+            tessarin_arrayWithObjectsPassingTest_options(numbers, passes, NSEnumerationConcurrent);
+        return passed.isEqual(expected) ? "" : std::to_string(passed.count()) + " objects";
     });
-    EXPECT_EQ(calls.load(), callCount);
+}
+
+TEST_F(ConcurrentTest, ThePredicatesExceptionReachesTheCallerOnce) {
+    const NSArray numbers = numbersUpTo(20'000);
+    std::atomic<int> raised = 0;
+    bool isAnswered = false;
+    std::vector<std::string> reasons;
+    attempt(
+        [&] {
+            tessarin_arrayWithObjectsPassingTest_options(
+                numbers,
+                [&](id, NSUInteger index, BOOL*) {
+                    if (index % 1'000 == 999) {
+                        ++raised;
+                        raise(NSGenericException(), "on purpose"_ns);
+                    }
+                    return NO;
+                },
+                NSEnumerationConcurrent);
+            isAnswered = true;
+        },
+        [&](NSException exception) { reasons.push_back(text(exception.reason())); });
+    EXPECT_GE(raised, 1);
+    EXPECT_FALSE(isAnswered);
+    EXPECT_EQ(reasons, std::vector<std::string>{"on purpose"});
+}
+
+// Each thread has an array of its own; what they share is the generator.
+TEST_F(ConcurrentTest, ArraysThatAreShuffled) {
+    const Retained<NSArray> numbers = retain(numbersUpTo(1'000));
+    std::array<Texts, threadCount> orders;
+    onManyThreads([&](int thread) {
+        const NSMutableArray own = NSMutableArray::array();
+        own.addObjectsFromArray(numbers);
+        for (int round = 0; round < 20; ++round) tessarin_shuffle(own);
+        orders[static_cast<std::size_t>(thread)] = texts(own);
+    });
+    EXPECT_EQ(std::set<Texts>(orders.begin(), orders.end()).size(), orders.size());
+    Texts sorted = texts(numbers);
+    std::ranges::sort(sorted);
+    for (Texts& order : orders) {
+        std::ranges::sort(order);
+        EXPECT_EQ(order, sorted);
+    }
+}
+
+TEST_F(ConcurrentTest, CopiesOfPropertyLists) {
+    const Retained<NSArray> names = retain(NSArray::arrayOf("a"_ns, "b"_ns));
+    const Retained<NSDictionary> original =
+        retain(NSDictionary::dictionaryWithObject_forKey(names, "names"_ns));
+    onManyThreads(300, [&]() -> std::string {
+        const NSMutableDictionary copy =
+            as<NSMutableDictionary>(tessarin_propertyListWithMutableContainers_error(original, nullptr));
+        if (!copy.isEqual(original)) return "another property list";
+        as<NSMutableArray>(copy.objectForKey("names"_ns)).addObject("c"_ns);
+        return copy.isEqual(original) ? "an array in common" : "";
+    });
+    EXPECT_EQ(texts(names), (Texts{"a", "b"}));
 }
 
 TEST_F(ConcurrentTest, AudioDescriptionsAndComponents) {
@@ -172,6 +225,36 @@ TEST_F(ConcurrentTest, AudioDescriptionsAndComponents) {
         return mistake;
     });
     EXPECT_EQ(AudioComponentCount(&description), before + 8 * 200);
+}
+
+TEST_F(ConcurrentTest, ParameterDescriptions) {
+    const Retained<NSString> unitName = retain(NSString(std::string("beats")));
+    const Retained<NSString> name = retain(NSString(std::string("Delay")));
+    AudioUnitParameterInfo information{};
+    information.unitName = unitName;
+    information.clumpID = 3;
+    information.cfNameString = name;
+    information.unit = 13;
+    information.minValue = -96.0f;
+    information.maxValue = 12.0f;
+    information.defaultValue = 0.5f;
+    information.flags = 0xC0000000;
+    const Retained<NSArray> written = retain(TSSRArrayFromAudioUnitParameterInfo(information));
+    // The reader has an order of its own, with the two exchanged.
+    const Retained<NSMutableArray> kept = adopt(NSMutableArray::alloc().init());
+    kept.addObjectsFromArray(written);
+    kept.exchangeObjectAtIndex_withObjectAtIndex(1, 2);
+    onManyThreads(300, [&] {
+        std::string mistake;
+        if (!TSSRArrayFromAudioUnitParameterInfo(information).isEqual(written)) mistake += "another array ";
+        const AudioUnitParameterInfo read = TSSRAudioUnitParameterInfoFromArray(kept);
+        const Retained<NSString> readUnitName = adopt(read.unitName), readName = adopt(read.cfNameString);
+        if (read.unitName != unitName || read.cfNameString != name) mistake += "another name ";
+        if (read.clumpID != 3 || read.unit != 13 || read.flags != 0xC0000000) mistake += "another code ";
+        if (read.minValue != -96.0f || read.maxValue != 12.0f || read.defaultValue != 0.5f)
+            mistake += "another value ";
+        return mistake;
+    });
 }
 
 } // namespace

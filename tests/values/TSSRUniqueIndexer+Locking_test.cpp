@@ -1,7 +1,7 @@
 // The unique indexer's sets and lock, who owns them, its subclasses, and many threads.
+#include "ManyThreads.h"
 #include "UniqueIndexerTest.h"
 
-#include <functional>
 #include <string>
 #include <thread>
 
@@ -91,6 +91,7 @@ TEST_F(TSSRUniqueIndexerTest, ReleasesUsedSetFreedSetAndLockInThisOrder) {
         instanceVariableOf<int>(marked, "number") = ++number;
         adopt(std::exchange(instanceVariableOf<NSObject>(indexer, name), marked)).reset();
     }
+    departures().clear();
     indexer.reset();
     EXPECT_EQ(departures(), (std::vector<int>{1, 2, 3}));
 }
@@ -232,25 +233,12 @@ TEST_F(TSSRUniqueIndexerTest, WhileTheFallbackHoldsTheLockAnotherThreadSkipsIt) 
 
 // ---- Many threads
 
-class ConcurrentUniqueIndexerTest : public TSSRUniqueIndexerTest {
-protected:
-    static constexpr NSInteger threadCount = 8;
-
-    static void onManyThreads(const std::function<void(NSInteger thread)>& work) {
-        std::vector<std::thread> threads;
-        for (NSInteger thread = 0; thread < threadCount; ++thread)
-            threads.emplace_back([&work, thread] {
-                const AutoreleasePool pool;
-                work(thread);
-            });
-        for (std::thread& thread : threads) thread.join();
-    }
-};
+using ConcurrentUniqueIndexerTest = TSSRUniqueIndexerTest;
 
 TEST_F(ConcurrentUniqueIndexerTest, FreeIndexesAreRegisteredAndFreed) {
     constexpr NSInteger perThread = 1'000;
     std::vector<NSInteger> mistakes(threadCount);
-    onManyThreads([&](NSInteger thread) {
+    onManyThreads([&](int thread) {
         NSInteger& wrong = mistakes[static_cast<std::size_t>(thread)];
         for (NSInteger number = 0; number < perThread; ++number) {
             const NSInteger index = number * threadCount + thread;
@@ -269,7 +257,7 @@ TEST_F(ConcurrentUniqueIndexerTest, EachIndexIsFreedByOneThread) {
     constexpr NSInteger count = 2'000;
     for (NSInteger index = 0; index < count; ++index) indexer_.registerIndex(index);
     std::vector<NSInteger> freedBy(threadCount);
-    onManyThreads([&](NSInteger thread) {
+    onManyThreads([&](int thread) {
         for (NSInteger index = 0; index < count; ++index)
             freedBy[static_cast<std::size_t>(thread)] += indexer_.freeIndex(index);
     });
@@ -279,9 +267,30 @@ TEST_F(ConcurrentUniqueIndexerTest, EachIndexIsFreedByOneThread) {
     EXPECT_EQ(indexer_.firstUsedIndex(), NSNotFound);
 }
 
+TEST_F(ConcurrentUniqueIndexerTest, AllIndexesAreFreedMeanwhile) {
+    constexpr NSInteger perThread = 1'000;
+    std::vector<NSInteger> mistakes(threadCount);
+    onManyThreads([&](int thread) {
+        for (NSInteger number = 0; number < perThread; ++number) {
+            const NSInteger index = number * threadCount + thread;
+            mistakes[static_cast<std::size_t>(thread)] += indexer_.registerIndex(index) != index;
+            if (number % 2 == 0) indexer_.freeIndex(index); // unless it is free already
+            if (number % 100 == 50) indexer_.freeAllIndexes();
+        }
+    });
+    EXPECT_EQ(mistakes, std::vector<NSInteger>(threadCount));
+    const auto numberOf = [](NSInteger index) { return index / threadCount; };
+    for (const NSInteger index : used()) EXPECT_EQ(numberOf(index) % 2, 1) << index;
+    for (const NSInteger index : freed()) EXPECT_EQ(numberOf(index) % 2, 0) << index;
+    indexer_.freeAllIndexes();
+    EXPECT_EQ(used(), Indexes{});
+    EXPECT_EQ(freed(), Indexes{});
+    EXPECT_EQ(indexer_.firstAvailableIndex(), NSNotFound);
+}
+
 TEST_F(ConcurrentUniqueIndexerTest, IndexersWithoutALockAreIndependent) {
     std::vector<NSInteger> last(threadCount);
-    onManyThreads([&](NSInteger thread) {
+    onManyThreads([&](int thread) {
         const Retained<TSSRUniqueIndexer> own = adopt(TSSRUniqueIndexer::alloc().init());
         own.setShouldLock(false);
         own.registerIndex(thread);
