@@ -106,15 +106,22 @@ void DictionaryStorage::reserveInline(void* space, std::size_t entries) {
     reserveSlots(entries);
 }
 
-void DictionaryStorage::copyFrom(const DictionaryStorage& other) {
-    reserve(other.count_);
-    for (std::size_t index = 0; index < other.size_; ++index) {
-        const DictionaryEntry& entry = other.entries_[index];
+void DictionaryStorage::copyFrom(NSDictionary other) {
+    const DictionaryStorage& source = storageOf<DictionaryStorage>(other);
+    const auto refuseChange = [&, mutations = source.mutations] {
+        if (source.mutations != mutations) [[unlikely]]
+            runtime::raiseMutation(other.object());
+    };
+    reserve(source.count_);
+    for (std::size_t index = 0; index < source.size_; ++index) {
+        const DictionaryEntry entry = source.entries_[index];
         if (!entry.key) continue;
-        runtime::retain(entry.key.object());
-        runtime::retain(entry.object.object());
-        append(entry.hash, entry.key, entry.object);
+        Retained<NSObject> key = retain(entry.key);
+        refuseChange();
+        Retained<NSObject> object = retain(entry.object);
+        append(entry.hash, key.leak(), object.leak());
     }
+    refuseChange();
 }
 
 void DictionaryStorage::makeRoom() {
@@ -191,9 +198,9 @@ std::size_t findEntry(NSDictionary dictionary, NSObject key, NSUInteger hash) {
 
 void setEntry(NSDictionary dictionary, NSObject object, NSObject key) {
     DictionaryStorage& storage = storageOf<DictionaryStorage>(dictionary);
+    Retained<NSObject> held = retain(object); // first: this may be the object's own code
     const NSUInteger hash = key.hash();
     const std::size_t index = findEntry(dictionary, key, hash);
-    Retained<NSObject> held = retain(object);
     if (index != DictionaryStorage::notFound) {
         const NSObject replaced = storage.replaceObject(index, held.leak());
         runtime::release(replaced.object());

@@ -52,8 +52,6 @@ public:
     // The same for an empty table, whose entries are kept in `space`, behind the object, until there are
     // more.
     void reserveInline(void* space, std::size_t entries);
-    // Makes an empty table a copy of another, with references of its own.
-    void copyFrom(const DictionaryStorage& other);
     // Adds a key that is not there, taking over the caller's references. The entry does not come as a
     // structure: its parts would be written one by one and read at once, for which a processor has to wait.
     void append(NSUInteger hash, NSObject key, NSObject object) {
@@ -72,6 +70,10 @@ public:
     DictionaryEntry take(std::size_t index);
     // Exchanges the entries of two tables.
     void swapEntries(DictionaryStorage& other);
+
+    // Makes an empty table a copy of that of a dictionary with storage of its own, with references of its
+    // own. What it retains may have a retain of its own; one that changes the dictionary is refused.
+    void copyFrom(NSDictionary other);
 
     NSUInteger mutations = 0;
 

@@ -147,8 +147,9 @@ NSDictionary initWithDictionary(NSDictionary self, SEL selector, NSDictionary ot
                          || classObject == "NSMutableDictionary"_class.object();
     if (!isPlain || !other || !hasDictionaryStorage(other))
         return initWithDictionary_copyItems(self, selector, other, NO);
-    storageOf(self).copyFrom(storageOf(other));
-    return self;
+    Retained<NSDictionary> owned = adopt(self);
+    storageOf(self).copyFrom(other);
+    return owned.leak();
 }
 
 void dealloc(NSDictionary self, SEL) {

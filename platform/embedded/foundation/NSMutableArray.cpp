@@ -18,12 +18,22 @@ namespace {
 ArrayStorage& storageOf(NSArray array) { return embedded::storageOf<ArrayStorage>(array); }
 
 // ---- The primitive operations. A subclass may take them over; everything below them then goes through them.
+// An object is retained before they look at the array, which an object with a retain of its own may edit.
 
 void insertObject_atIndex(NSMutableArray self, SEL selector, NSObject object, NSUInteger index) {
     ArrayStorage& storage = storageOf(self);
     if (!object) raiseFrom(NSInvalidArgumentException(), self, selector, "object cannot be nil");
+    Retained<NSObject> owned = retain(object);
     if (index > storage.count) raiseBeyondBounds(self, selector, index, storage.count);
-    storage.insert(retain(object).leak(), index);
+    storage.insert(owned.leak(), index);
+}
+
+void append(ArrayStorage& storage, NSObject object) {
+    Retained<NSObject> owned = retain(object);
+    if (storage.count == storage.capacity) [[unlikely]]
+        storage.reserve(storage.count + 1);
+    storage.items[storage.count++] = owned.leak();
+    ++storage.mutations;
 }
 
 // Whether an object is of exactly this class, so that no operation is overridden.
@@ -36,20 +46,15 @@ void addObject(NSMutableArray self, SEL, NSObject object) {
     // The platform names the insertion in the exception.
     if (!object) [[unlikely]]
         raiseFrom(NSInvalidArgumentException(), self, insertion, "object cannot be nil");
-    ArrayStorage& storage = storageOf(self);
-    if (storage.count == storage.capacity) [[unlikely]]
-        storage.reserve(storage.count + 1);
-    runtime::retain(object.object());
-    storage.items[storage.count++] = object;
-    ++storage.mutations;
+    append(storageOf(self), object);
 }
 
 void replaceObjectAtIndex_withObject(NSMutableArray self, SEL selector, NSUInteger index, NSObject object) {
     ArrayStorage& storage = storageOf(self);
     if (!object) raiseFrom(NSInvalidArgumentException(), self, selector, "object cannot be nil");
+    Retained<NSObject> owned = retain(object);
     if (index >= storage.count) raiseBeyondBounds(self, selector, index, storage.count);
-    runtime::retain(object.object());
-    const NSObject replaced = std::exchange(storage.items[index], object);
+    const NSObject replaced = std::exchange(storage.items[index], owned.leak());
     ++storage.mutations;
     runtime::release(replaced.object());
 }
@@ -118,17 +123,17 @@ void addObjectsFromArray(NSMutableArray self, SEL, NSArray other) {
         return;
     }
     ArrayStorage& storage = storageOf(self);
-    const bool addsItself = self == other;
-    const ArrayItems items(other);
-    const NSUInteger added = items.size();
-    storage.reserve(storage.count + added);
-    // Making room may have moved the items of the array itself.
-    const NSObject* const source = addsItself ? storage.items : items.data();
-    for (NSUInteger index = 0; index < added; ++index) {
-        runtime::retain(source[index].object());
-        storage.items[storage.count++] = source[index];
+    if (!other || !hasArrayStorage(other)) {
+        for (const NSObject item : ArrayItems(other)) append(storage, item);
+        return;
     }
-    ++storage.mutations;
+    const ArrayStorage& source = storageOf(other);
+    const NSUInteger added = source.count;
+    storage.reserve(storage.count + added);
+    // Where they are is looked up for each: the array may be added to itself, and an item with a retain of
+    // its own may edit either.
+    for (NSUInteger index = 0; index < added && index < source.count; ++index)
+        append(storage, source.items[index]);
 }
 
 void exchangeObjectAtIndex_withObjectAtIndex(NSMutableArray self, SEL selector, NSUInteger first,

@@ -55,7 +55,7 @@ Retained<NSObject> PropertyListStorage::newMutableContainer(NSObject source, Pro
         adopt(NSMutableDictionary(createInstance(NSMutableDictionary::classObject())));
     const bool hasStorage = hasDictionaryStorage(source);
     if (hasStorage && hasPlainKeys(storageOf<DictionaryStorage>(source))) {
-        storageOf<DictionaryStorage>(copy).copyFrom(storageOf<DictionaryStorage>(source));
+        storageOf<DictionaryStorage>(copy).copyFrom(as<NSDictionary>(source));
     } else {
         // Keys of an application's own string class may be equal as plain strings. Then the last counts, as
         // it does in reading.
