@@ -203,15 +203,15 @@ NSUInteger countByEnumerating(NSArray self, SEL, NSFastEnumerationState* state, 
         state->state = storage.count;
         return storage.count - position;
     }
+    // One by one, since only the array knows how long it keeps what it answers, and what goes with a change.
     const NSUInteger count = self.count();
-    NSUInteger answered = 0;
-    while (answered < capacity && position + answered < count) {
-        buffer[answered] = self.objectAtIndex(position + answered);
-        ++answered;
-    }
+    if (position == 0) state->extra[0] = count;
+    if (state->extra[0] != count) runtime::raiseMutation(self.object());
+    if (position == count || capacity == 0) return 0;
+    buffer[0] = retain(NSObject(self.objectAtIndex(position))).autorelease();
     state->itemsPtr = buffer;
-    state->state = position + answered;
-    return answered;
+    state->state = position + 1;
+    return 1;
 }
 
 NSObject objectEnumerator(NSArray self, SEL) { return makeArrayEnumerator(self, false); }

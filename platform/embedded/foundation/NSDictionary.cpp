@@ -230,18 +230,16 @@ NSUInteger countByEnumerating(NSDictionary self, SEL, NSFastEnumerationState* st
         }
         return answered;
     }
-    // The autoreleased enumerator is remembered from one call to the next.
+    // The autoreleased enumerator is remembered from one call to the next. It is asked for one key at a time,
+    // since only the dictionary knows how long it keeps what it answers, and what goes with a change.
     if (state->state == 0) {
         state->state = 1;
         state->extra[0] = reinterpret_cast<NSUInteger>(send<NSObject>(self, "keyEnumerator"_sel).object());
     }
     const NSObject keys(reinterpret_cast<Object*>(state->extra[0]));
-    while (answered < capacity) {
-        const NSObject key = send<NSObject>(keys, "nextObject"_sel);
-        if (!key) break;
-        buffer[answered++] = key;
-    }
-    return answered;
+    if (capacity == 0) return 0;
+    buffer[0] = retain(send<NSObject>(keys, "nextObject"_sel)).autorelease();
+    return buffer[0] ? 1 : 0;
 }
 
 BOOL isEqualToDictionary(NSDictionary self, SEL selector, NSDictionary other) {

@@ -77,13 +77,10 @@ NSUInteger countByEnumerating(NSObject self, SEL, NSFastEnumerationState* state,
     state->state = 1;
     state->mutationsPtr = &neverChanges;
     state->itemsPtr = buffer;
-    NSUInteger answered = 0;
-    while (answered < capacity) {
-        const NSObject object = send<NSObject>(self, "nextObject"_sel);
-        if (!object) break;
-        buffer[answered++] = object;
-    }
-    return answered;
+    if (capacity == 0) return 0;
+    // One at a time: the next may go with what the walk does to the collection.
+    buffer[0] = send<NSObject>(self, "nextObject"_sel);
+    return buffer[0] ? 1 : 0;
 }
 
 } // namespace
