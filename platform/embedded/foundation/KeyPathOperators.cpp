@@ -1,6 +1,7 @@
 #include "platform/embedded/foundation/KeyPathOperators.h"
 
 #include "platform/embedded/foundation/ArrayStorage.h"
+#include "platform/embedded/foundation/NSObject+KeyValueCoding.h"
 #include "platform/embedded/foundation/StringStorage.h"
 
 #include "TessarinPlatform/NSException.h"
@@ -9,12 +10,13 @@
 namespace tessarin::embedded {
 namespace {
 
-std::vector<Retained<NSObject>> valuesOfItems(NSArray array, NSString path) {
+std::vector<Retained<NSObject>> valuesOfItems(NSArray array, NSString path, EnteredItems& entered) {
     // The items' own code might change the array.
     const Retained<NSArray> items = adopt(as<NSArray>(array.copy()));
+    entered.add(array, items.count() + path.length()); // the path is read again in each array
     std::vector<Retained<NSObject>> values;
     for (const NSObject item : ArrayItems(items))
-        values.push_back(retain(static_cast<NSObject>(item.valueForKeyPath(path))));
+        values.push_back(retain(NSObject(valueAtKeyPath(item, path, &entered))));
     return values;
 }
 
@@ -51,11 +53,13 @@ NSObject extremeOf(const std::vector<Retained<NSObject>>& values, bool isLast) {
 
 } // namespace
 
-std::optional<id> valueOfOperator(NSArray array, NSString path) {
+std::optional<id> valueOfOperator(NSArray array, NSString path, EnteredItems* entered) {
     checkOperatorCount(array, path);
+    EnteredItems ofThisPath(array, "valueForKeyPath:"_sel);
     for (const NSString name : {"@sum."_ns, "@avg."_ns, "@min."_ns, "@max."_ns}) {
         if (!path.hasPrefix(name)) continue;
-        const auto values = valuesOfItems(array, path.substringFromIndex(name.length()));
+        const auto values =
+            valuesOfItems(array, path.substringFromIndex(name.length()), entered ? *entered : ofThisPath);
         if (name == "@sum."_ns) return id(NSNumber::numberWithDouble(sumOf(values)));
         if (name == "@avg."_ns) {
             const auto count = static_cast<double>(values.size());

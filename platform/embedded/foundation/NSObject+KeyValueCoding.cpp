@@ -266,18 +266,23 @@ void setNilValueForKey(NSObject self, SEL, NSString key) {
 
 // ---- Paths of keys
 
+id valueForKeyPath(NSObject self, SEL, NSString path);
+bool readsPathsItself(NSObject object) {
+    return !answersWith(object, "valueForKeyPath:"_sel, valueForKeyPath);
+}
+
 // One key after the other. An object on the way that reads paths in its own way gets what is left.
-id valueForKeyPath(NSObject self, SEL selector, NSString path) {
+id valueOnTheWay(NSObject self, NSString path, EnteredItems* entered) {
     const Retained<NSString> kept = adopt(as<NSString>(path.copy()));
     const Contents units = contentsOf(kept);
     id value(self);
     std::size_t start = 0;
     while (value) {
-        if (value != self && !answersWith(value, selector, valueForKeyPath))
+        if (value != self && readsPathsItself(value))
             return value.valueForKeyPath(makeString(units.from(start)));
         if (start < units.length() && units[start] == u'@')
             if (const NSArray array = kindOf<NSArray>(value))
-                if (const auto gathered = valueOfOperator(array, makeString(units.from(start))))
+                if (const auto gathered = valueOfOperator(array, makeString(units.from(start)), entered))
                     return *gathered;
         const std::size_t end = findUnit(units, u'.', start);
         if (end >= units.length())
@@ -287,6 +292,8 @@ id valueForKeyPath(NSObject self, SEL selector, NSString path) {
     }
     return nil;
 }
+
+id valueForKeyPath(NSObject self, SEL, NSString path) { return valueOnTheWay(self, path, nullptr); }
 
 void setValue_forKeyPath(NSObject self, SEL, NSObject value, NSString path) {
     const NSRange last = path.rangeOfString_options("."_ns, NSBackwardsSearch);
@@ -301,6 +308,10 @@ void setValue_forKeyPath(NSObject self, SEL, NSObject value, NSString path) {
 NSString ownKey(NSString key) { return key.hasPrefix("@"_ns) ? key.substringFromIndex(1) : NSString(); }
 
 } // namespace
+
+id valueAtKeyPath(NSObject object, NSString path, EnteredItems* entered) {
+    return readsPathsItself(object) ? object.valueForKeyPath(path) : valueOnTheWay(object, path, entered);
+}
 
 id valueForKeyOfItems(NSArray self, SEL selector, NSString key) {
     if (const NSString own = ownKey(key)) return valueForKey(self, selector, own);

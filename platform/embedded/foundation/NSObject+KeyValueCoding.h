@@ -19,12 +19,18 @@
 
 namespace tessarin::embedded {
 
+class EnteredItems;
+
 // The rows of NSObject's table.
 std::vector<MethodRow> keyValueCodingMethods();
 
 // The operation that answers an object's value for a key, where reading the value is no more than sending it:
 // null for a path of keys, for values that are no objects, and where a class reads keys in its own way.
 SEL directAccessor(NSObject object, NSString key);
+
+// The value of an object at a path of keys: its own, where its class reads paths in its own way. `entered`
+// counts what the operators of a path that led here have gone through.
+id valueAtKeyPath(NSObject object, NSString path, EnteredItems* entered);
 
 // What containers do instead. A key that begins with "@" is the container's own: @count is its count. The
 // operators that go on with a path are in KeyPathOperators.h.
