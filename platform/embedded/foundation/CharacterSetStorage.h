@@ -44,7 +44,7 @@ public:
     }
 
 private:
-    NSCharacterSet set_;
+    Retained<NSCharacterSet> set_; // where it is asked, which may make its owner let go of it
     const CharacterSetStorage* storage_;
 };
 

@@ -200,8 +200,9 @@ id copyWithZone(NSCharacterSet self, SEL, void*) { return retain(self).leak(); }
 
 } // namespace
 
-Membership::Membership(NSCharacterSet set)
-    : set_(set), storage_(keepsMembers(set) ? &storageOfSet(set) : nullptr) {}
+Membership::Membership(NSCharacterSet set) : storage_(keepsMembers(set) ? &storageOfSet(set) : nullptr) {
+    if (!storage_) set_ = retain(set);
+}
 
 ClassDescription describeNSCharacterSet() {
     return {.name = "NSCharacterSet",

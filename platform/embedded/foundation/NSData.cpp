@@ -122,12 +122,19 @@ void getBytes_length(NSData self, SEL selector, void* buffer, NSUInteger length)
     getBytes_range(self, selector, buffer, {0, std::min(length, self.length())});
 }
 
+// Whether no subclass has taken the primitive operations.
+bool hasDataStorage(NSData data) {
+    return answersWith(data, "bytes"_sel, bytes) && answersWith(data, "length"_sel, length);
+}
+
 BOOL isEqualToData(NSData self, SEL, NSData other) {
     if (self == other) return YES;
     if (!other) return NO;
-    const std::span left = bytesOf(self);
-    const std::span right = bytesOf(other);
-    return std::equal(left.begin(), left.end(), right.begin(), right.end()) ? YES : NO;
+    // An application's own data is asked first, since its code may edit the other.
+    const bool isOtherFirst = hasDataStorage(self);
+    const std::span first = bytesOf(isOtherFirst ? other : self);
+    const std::span second = bytesOf(isOtherFirst ? self : other);
+    return std::equal(first.begin(), first.end(), second.begin(), second.end()) ? YES : NO;
 }
 
 BOOL isEqual(NSData self, SEL selector, NSObject other) {
