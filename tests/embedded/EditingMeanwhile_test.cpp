@@ -1,36 +1,8 @@
 // What platform objects are asked about may be an application's own, and while it is asked it may edit them.
-#include "PlatformTest.h"
-
-#include <functional>
-#include <utility>
+#include "EditingObjects.h"
 
 namespace tessarin::testing {
 namespace {
-
-// What the next question to an object of these classes sets off.
-std::function<void()> edit;
-void makeEdit() {
-    if (const std::function<void()> made = std::exchange(edit, nullptr)) made();
-}
-
-template <class T>
-Retained<T> newObject(const ClassDefinition& definition) {
-    return adopt(as<T>(send<NSObject>(definition.classObject().alloc(), "init"_sel)));
-}
-
-// "qqq"
-NSUInteger lengthOfString(NSString, SEL) {
-    makeEdit();
-    return 3;
-}
-unichar unitOfString(NSString, SEL, NSUInteger) { return 'q'; }
-Retained<NSString> editingString() {
-    static const ClassDefinition definition{{.name = "EditingMeanwhileString",
-                                             .superclass = "NSString",
-                                             .methods = {instanceMethod("length", lengthOfString),
-                                                         instanceMethod("characterAtIndex:", unitOfString)}}};
-    return newObject<NSString>(definition);
-}
 
 // The letter a.
 BOOL isMemberOfSet(NSCharacterSet, SEL, unichar unit) {
@@ -45,33 +17,8 @@ Retained<NSCharacterSet> editingSet() {
     return newObject<NSCharacterSet>(definition);
 }
 
-NSUInteger nextIndex(NSIndexSet self, SEL selector, NSUInteger index) {
-    makeEdit();
-    return sendSuper<NSUInteger>(self, "EditingMeanwhileIndexSet"_class, selector, index);
-}
-Retained<NSIndexSet> editingIndexSet(NSRange range) {
-    static const ClassDefinition definition{
-        {.name = "EditingMeanwhileIndexSet",
-         .superclass = "NSIndexSet",
-         .methods = {instanceMethod("indexGreaterThanIndex:", nextIndex)}}};
-    return adopt(as<NSIndexSet>(definition.classObject().alloc()).initWithIndexesInRange(range));
-}
-
-NSObject copyOfKey(NSObject self, SEL, void*) {
-    makeEdit();
-    return retain(self).leak();
-}
-Retained<NSObject> editingKey() {
-    static const ClassDefinition definition{{.name = "EditingMeanwhileKey",
-                                             .protocols = {"NSCopying"},
-                                             .methods = {instanceMethod("copyWithZone:", copyOfKey)}}};
-    return newObject<NSObject>(definition);
-}
-
-class EditingMeanwhileTest : public PlatformTest {
+class EditingMeanwhileTest : public EditingTest {
 protected:
-    ~EditingMeanwhileTest() override { edit = nullptr; }
-
     // A string that becomes another at the next question.
     static NSMutableString stringThatBecomes(NSString later, std::string_view first) {
         const NSMutableString string = NSMutableString::stringWithString(NSString(std::string(first)));
@@ -133,70 +80,36 @@ TEST_F(EditingMeanwhileTest, AScannerSkipsBeforeItLooksAtWhatIsWanted) {
     }
 }
 
-// ---- Collections
-
-TEST_F(EditingMeanwhileTest, AnArrayEmptiedByAnIndexSetHasNoObjectsLeftForIt) {
-    const NSMutableArray array = NSMutableArray::arrayWithArray(NSArray::arrayOf("a"_ns, "b"_ns, "c"_ns));
-    edit = [=] { array.removeAllObjects(); };
-    EXPECT_THROWS_NAMED(array.objectsAtIndexes(editingIndexSet({0, 3})), "NSRangeException");
+TEST_F(EditingMeanwhileTest, ASetThatItsScannerLetsGoOfIsAskedToTheEnd) {
+    const NSScanner scanner = NSScanner::scannerWithString("aab"_ns);
+    scanner.setCharactersToBeSkipped(editingSet());
+    edit = [=] { scanner.setCharactersToBeSkipped(nil); };
+    EXPECT_TRUE(scanner.scanString_intoString("b"_ns, nullptr));
+    EXPECT_FALSE(scanner.charactersToBeSkipped());
 }
 
-TEST_F(EditingMeanwhileTest, AKeyMayEmptyTheArraysOfADictionaryThatIsMade) {
-    const Retained<NSMutableArray> objects = adopt(NSMutableArray::alloc().init());
-    const Retained<NSMutableArray> keys = adopt(NSMutableArray::alloc().init());
-    {
-        const AutoreleasePool pool;
-        for (int number = 0; number < 20; ++number) {
-            objects.addObject(NSString("object " + std::to_string(number)));
-            keys.addObject(number == 0 ? NSObject(editingKey().autorelease())
-                                       : NSObject(NSString("key " + std::to_string(number))));
-        }
-    }
-    edit = [&] {
-        objects.removeAllObjects();
-        keys.removeAllObjects();
+// ---- Data
+
+const void* bytesOfData(NSData, SEL) {
+    makeEdit();
+    static const std::string bytes(4096, 'a');
+    return bytes.data();
+}
+NSUInteger lengthOfData(NSData, SEL) { return 4096; }
+
+TEST_F(EditingMeanwhileTest, ComparedDataIsLookedAtAfterTheOther) {
+    static const ClassDefinition definition{
+        {.name = "EditingMeanwhileData",
+         .superclass = "NSData",
+         .methods = {instanceMethod("bytes", bytesOfData), instanceMethod("length", lengthOfData)}}};
+    const Retained<NSData> other = newObject<NSData>(definition);
+    const auto dataThatBecomesEqual = [] {
+        const NSMutableData data = NSMutableData::dataWithBytes_length("a", 1);
+        edit = [=] { data.appendBytes_length(std::string(4095, 'a').data(), 4095); };
+        return data;
     };
-    const auto dictionary =
-        send<NSDictionary>("NSDictionary"_class, "dictionaryWithObjects:forKeys:"_sel, objects, keys);
-    EXPECT_EQ(dictionary.count(), 20u);
-    EXPECT_EQ(text(dictionary.objectForKey("key 19"_ns)), "object 19");
-}
-
-// An array that has more objects each time it is asked.
-NSUInteger askedForCount = 0;
-NSUInteger growingCount(NSArray, SEL) { return askedForCount++ == 0 ? 10 : 1000000; }
-id anyObject(NSArray, SEL, NSUInteger) { return "a"_ns; }
-
-TEST_F(EditingMeanwhileTest, AnArrayThatGrowsIsTestedAsFarAsItWasCounted) {
-    static const ClassDefinition definition{
-        {.name = "EditingMeanwhileGrowingArray",
-         .superclass = "NSArray",
-         .methods = {instanceMethod("count", growingCount), instanceMethod("objectAtIndex:", anyObject)}}};
-    const Retained<NSArray> array = newObject<NSArray>(definition);
-    askedForCount = 0;
-    const NSIndexSet passing =
-        array.indexesOfObjectsWithOptions_passingTest(0, [](id, NSUInteger, BOOL*) { return true; });
-    EXPECT_EQ(passing.count(), 10u);
-}
-
-// An array that makes its objects when it is asked, and keeps the last one alone.
-Retained<NSMutableString> lastAnswer;
-NSUInteger countOfAnswers(NSArray, SEL) { return 3; }
-id nextAnswer(NSArray, SEL, NSUInteger index) {
-    lastAnswer = adopt(NSMutableString::alloc().initWithString("text "_ns));
-    lastAnswer.appendFormat("%d"_ns, static_cast<int>(index));
-    return lastAnswer;
-}
-
-TEST_F(EditingMeanwhileTest, TheAnswersOfAnArrayAreKeptUntilAllAreThere) {
-    static const ClassDefinition definition{
-        {.name = "EditingMeanwhileForgetfulArray",
-         .superclass = "NSArray",
-         .methods = {instanceMethod("count", countOfAnswers), instanceMethod("objectAtIndex:", nextAnswer)}}};
-    const Retained<NSArray> array = newObject<NSArray>(definition);
-    EXPECT_EQ(texts(NSArray::arrayWithArray(array)), (Texts{"text 0", "text 1", "text 2"}));
-    EXPECT_EQ(texts(adopt(NSMutableArray(array.mutableCopy()))), (Texts{"text 0", "text 1", "text 2"}));
-    lastAnswer.reset();
+    EXPECT_TRUE(dataThatBecomesEqual().isEqualToData(other));
+    EXPECT_TRUE(other.isEqualToData(dataThatBecomesEqual()));
 }
 
 } // namespace

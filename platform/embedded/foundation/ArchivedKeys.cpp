@@ -44,13 +44,19 @@ public:
         for (; next_ < containers_.size(); ++next_) {
             const NSObject container = containers_[next_];
             if (const auto array = kindOf<NSArray>(container))
-                for (const NSObject item : ArrayItems(array)) add(item);
+                lookAtItems(array);
             else
                 lookAtEntries(NSDictionary(container));
         }
     }
 
 private:
+    void lookAtItems(NSArray array) {
+        // A copy: the items are asked what they are, and an application's own may edit the array.
+        const ArrayItems items(array);
+        const Retained<NSArray> kept = newArray(items.data(), items.size());
+        for (const NSObject item : ArrayItems(kept)) add(item);
+    }
     void lookAtEntries(NSDictionary dictionary) {
         for (const DictionaryEntries::Entry& entry : DictionaryEntries(dictionary)) {
             // To compare two such dictionaries is to look for equal keys among containers, level by level.

@@ -175,13 +175,14 @@ private:
     }
 
     // Containers with a storage of their own making are asked by message, and so are their objects, as the
-    // platform does: only they know how they nest.
+    // platform does: only they know how they nest. What one answers is kept, since asking the other, or the
+    // object, may make it go.
     static Verdict compareForeign(NSArray left, NSArray right) {
         const NSUInteger count = left.count();
         if (count != right.count()) return Verdict::different;
         for (NSUInteger index = 0; index < count; ++index) {
-            const NSObject item = left.objectAtIndex(index);
-            const NSObject other = right.objectAtIndex(index);
+            const Retained<NSObject> item = retain(NSObject(left.objectAtIndex(index)));
+            const Retained<NSObject> other = retain(NSObject(right.objectAtIndex(index)));
             if (item != other && !item.isEqual(other)) return Verdict::different;
         }
         return Verdict::equal;
@@ -189,7 +190,7 @@ private:
     static Verdict compareForeign(NSDictionary left, NSDictionary right) {
         if (left.count() != right.count()) return Verdict::different;
         for (const DictionaryEntries::Entry& entry : DictionaryEntries(left)) {
-            const NSObject other = right.objectForKey(entry.key);
+            const Retained<NSObject> other = retain(NSObject(right.objectForKey(entry.key)));
             if (entry.object != other && !entry.object.isEqual(other)) return Verdict::different;
         }
         return Verdict::equal;

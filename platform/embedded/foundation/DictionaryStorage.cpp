@@ -227,9 +227,10 @@ DictionaryEntries::DictionaryEntries(NSDictionary dictionary) {
         return;
     }
     const NSObject keys = send<NSObject>(dictionary, "keyEnumerator"_sel);
-    while (const NSObject key = send<NSObject>(keys, "nextObject"_sel)) {
+    // Each key is kept before its object is asked for, which may make it go.
+    while (Retained<NSObject> key = retain(send<NSObject>(keys, "nextObject"_sel))) {
         const NSObject object = dictionary.objectForKey(key);
-        if (object) entries_.push_back({retain(key), retain(object)});
+        if (object) entries_.push_back({std::move(key), retain(object)});
     }
 }
 

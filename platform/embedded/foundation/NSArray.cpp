@@ -241,23 +241,29 @@ NSArray subarrayWithRange(NSArray self, SEL selector, NSRange range) {
     return newArray(items.data() + range.location, range.length).autorelease();
 }
 
-NSArray arrayByAdding(NSArray self, const NSObject* further, NSUInteger count) {
-    const ArrayItems items(self);
+NSArray joined(const ArrayItems& items, std::span<const NSObject> further) {
     std::vector<NSObject> all;
-    all.reserve(items.size() + count);
+    all.reserve(items.size() + further.size());
     all.assign(items.begin(), items.end());
-    all.insert(all.end(), further, further + count);
+    all.insert(all.end(), further.begin(), further.end());
     return makeArray(all);
 }
 
 NSArray arrayByAddingObject(NSArray self, SEL selector, NSObject object) {
     if (!object) raiseFrom(NSInvalidArgumentException(), self, selector, "object cannot be nil");
-    return arrayByAdding(self, &object, 1);
+    return joined(ArrayItems(self), {&object, 1});
 }
 
+// Gathering the items of an application's array is its own code, which may edit the other array; that one is
+// looked at afterwards.
 NSArray arrayByAddingObjectsFromArray(NSArray self, SEL, NSArray other) {
+    if (hasArrayStorage(self)) {
+        const ArrayItems further(other);
+        return joined(ArrayItems(self), {further.data(), further.size()});
+    }
+    const ArrayItems items(self);
     const ArrayItems further(other);
-    return arrayByAdding(self, further.data(), further.size());
+    return joined(items, {further.data(), further.size()});
 }
 
 template <class How>

@@ -82,7 +82,9 @@ void removeObjectsForKeys(NSMutableDictionary self, SEL, NSArray keys) {
 
 void removeAllObjects(NSMutableDictionary self, SEL) {
     if (!editsStorage(self)) {
-        for (const NSObject key : ArrayItems(self.allKeys())) self.removeObjectForKey(key);
+        // A copy: what the dictionary answers may be an array of its own, which it edits as the keys go.
+        const Retained<NSArray> keys = adopt(self.allKeys().copy());
+        for (const NSObject key : ArrayItems(keys)) self.removeObjectForKey(key);
         return;
     }
     // They go when the dictionary is whole again, since a release may set off code that looks at it.

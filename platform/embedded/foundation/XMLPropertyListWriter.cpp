@@ -177,7 +177,7 @@ void Writer::appendDictionary(NSObject dictionary) {
             hold(entry.object);
         }
     }
-    for (Entry& entry : entries) entry.text = contentsOf(as<NSString>(entry.key));
+    for (Entry& entry : entries) entry.text = steadyContentsOf(as<NSString>(entry.key));
     // By 16-bit units, and from the last to the first since what is pushed last is written first.
     std::ranges::sort(entries, [](const Entry& left, const Entry& right) {
         return compareUnits(left.text, right.text) == NSOrderedDescending;
