@@ -99,29 +99,57 @@ void encodeContents(NSKeyedArchiver self, SEL selector, NSObject object, Class a
     contents.setObject_forKey(referenceToClass(storage, archivedClass), classKey());
 }
 
-// Valid until the next is met.
-Met& meet(ArchiverStorage& storage, NSObject object) {
+// The number of an object that is met.
+std::size_t meet(ArchiverStorage& storage, NSObject object) {
     const std::size_t number = storage.metNumbers.numberOf(object);
     if (number == storage.met.size()) storage.met.push_back({retain(object), newKeyedArchiverUID(0)});
-    return storage.met[number];
+    return number;
 }
+
+// Takes an object that could not be encoded for one that was met conditionally only, so that what refers to
+// it refers to nil, and it may be encoded again.
+class Encoding {
+public:
+    Encoding(ArchiverStorage& storage, std::size_t number) : storage_(storage), number_(number) {
+        met().isEncoded = true;
+    }
+    Encoding(const Encoding&) = delete;
+    Encoding& operator=(const Encoding&) = delete;
+    ~Encoding() {
+        if (isDone) return;
+        met().isEncoded = false;
+        setKeyedArchiverUID(met().reference, 0);
+    }
+
+    bool isDone = false;
+
+private:
+    Met& met() const { return storage_.met[number_]; }
+
+    ArchiverStorage& storage_;
+    const std::size_t number_;
+};
 
 NSObject referenceTo(NSKeyedArchiver self, SEL selector, NSObject object) {
     ArchiverStorage& storage = storageOf(self);
     if (!object) return storage.nilReference;
-    Met& met = meet(storage, object);
-    if (met.isEncoded) return met.reference;
-    setKeyedArchiverUID(met.reference, nextNumber(storage));
-    met.isEncoded = true;
-    const NSObject reference = met.reference;
+    const std::size_t number = meet(storage, object);
+    const NSObject reference = storage.met[number].reference;
+    if (storage.met[number].isEncoded) return reference;
+    Encoding encoding(storage, number);
     const Class archivedClass = send<Class>(object, "classForKeyedArchiver"_sel);
     if (isLeaf(object, archivedClass)) {
-        storage.objects.addObject(object);
+        // As it is now: a string that looks immutable may be one that its owner goes on editing.
+        const Retained<NSObject> copy = adopt(NSObject(object.copy()));
+        setKeyedArchiverUID(reference, nextNumber(storage));
+        storage.objects.addObject(copy);
     } else {
         const Retained<NSMutableDictionary> contents = adopt(NSMutableDictionary::alloc().init());
+        setKeyedArchiverUID(reference, nextNumber(storage));
         storage.objects.addObject(contents);
         encodeContents(self, selector, object, archivedClass);
     }
+    encoding.isDone = true;
     return reference;
 }
 
@@ -147,7 +175,7 @@ void encodeObject(NSKeyedArchiver self, SEL selector, NSObject object, NSString 
 void encodeConditionalObject(NSKeyedArchiver self, SEL selector, NSObject object, NSString key) {
     checkUnfinished(self, selector);
     ArchiverStorage& storage = storageOf(self);
-    put(self, selector, object ? meet(storage, object).reference : storage.nilReference, key);
+    put(self, selector, object ? storage.met[meet(storage, object)].reference : storage.nilReference, key);
 }
 
 template <class Value, NSNumber (*NumberWith)(Value)>
