@@ -111,6 +111,22 @@ TEST_F(OtherCodersTest, IntegersBeyondTheSignedOnesComeBack) {
     expectToComeBack(NSNumber::numberWithUnsignedLongLong(beyondSigned - 1), {"NS.intval"});
 }
 
+TEST_F(OtherCodersTest, OnlyAnIntegerIsUnsigned) {
+    for (const bool isReal : {true, false}) {
+        const auto coder = adopt(send<DictionaryCoder>(DictionaryCoder::classObject().alloc(), "init"_sel));
+        coder.encodeBool_forKey(true, "NS.isunsigned"_ns);
+        if (isReal)
+            coder.encodeDouble_forKey(-0.5, "NS.dblval"_ns);
+        else
+            coder.encodeBool_forKey(true, "NS.boolval"_ns);
+        const auto number = adopt(send<NSNumber>(NSNumber::alloc(), "initWithCoder:"_sel, coder));
+        EXPECT_TRUE(
+            number.isEqual(isReal ? NSNumber::numberWithDouble(-0.5) : NSNumber::numberWithBool(true)))
+            << text(number.description());
+        EXPECT_STREQ(number.objCType(), isReal ? "d" : "c");
+    }
+}
+
 TEST_F(OtherCodersTest, ACoderThatPosesAsAnArchiverIsGivenWhatAnyOtherIs) {
     const Class posing = posingDefinition.classObject();
     expectToComeBack("text"_ns, {"NS.bytes"}, posing);

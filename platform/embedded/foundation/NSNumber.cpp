@@ -151,10 +151,10 @@ NSNumber initWithCoder(NSNumber self, SEL, NSCoder coder) {
         value = NumberValue::ofBoolean(coder.decodeBoolForKey("NS.boolval"_ns));
     else if (coder.containsValueForKey("NS.dblval"_ns))
         value = NumberValue::ofDouble(coder.decodeDoubleForKey("NS.dblval"_ns));
+    else if (coder.containsValueForKey("NS.isunsigned"_ns) && coder.decodeBoolForKey("NS.isunsigned"_ns))
+        value = NumberValue::ofUnsigned(static_cast<std::uint64_t>(coder.decodeInt64ForKey("NS.intval"_ns)));
     else
         value = NumberValue::ofInt64(coder.decodeInt64ForKey("NS.intval"_ns));
-    if (coder.containsValueForKey("NS.isunsigned"_ns) && coder.decodeBoolForKey("NS.isunsigned"_ns))
-        value = NumberValue::ofUnsigned(static_cast<std::uint64_t>(value.integer));
     return initialize(owned.leak(), value);
 }
 
