@@ -3,11 +3,8 @@
 #include <system_error>
 
 #if defined(_WIN32)
+#    include "platform/embedded/foundation/WindowsHeader.h"
 #    include <string>
-#    ifndef NOMINMAX
-#        define NOMINMAX
-#    endif
-#    include <windows.h>
 #else
 #    include <dlfcn.h>
 #endif

@@ -9,10 +9,7 @@
 #include <thread>
 
 #if defined(_WIN32)
-#    ifndef NOMINMAX
-#        define NOMINMAX
-#    endif
-#    include <windows.h>
+#    include "platform/embedded/foundation/WindowsHeader.h"
 #endif
 
 namespace tessarin::embedded {

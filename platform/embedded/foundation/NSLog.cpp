@@ -11,11 +11,8 @@
 
 #if defined(_WIN32)
 #    include "platform/embedded/foundation/BundleFolders.h"
+#    include "platform/embedded/foundation/WindowsHeader.h"
 #    include <process.h>
-#    ifndef NOMINMAX
-#        define NOMINMAX
-#    endif
-#    include <windows.h>
 #else
 #    include <cerrno>
 #    include <unistd.h>

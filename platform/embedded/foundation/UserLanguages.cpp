@@ -5,10 +5,7 @@
 #include <string_view>
 
 #if defined(_WIN32)
-#    ifndef NOMINMAX
-#        define NOMINMAX
-#    endif
-#    include <windows.h>
+#    include "platform/embedded/foundation/WindowsHeader.h"
 #endif
 
 namespace tessarin::embedded {

@@ -3,10 +3,7 @@
 #include <string>
 
 #if defined(_WIN32)
-#    ifndef NOMINMAX
-#        define NOMINMAX
-#    endif
-#    include <windows.h>
+#    include "platform/embedded/foundation/WindowsHeader.h"
 #elif __has_include(<langinfo.h>)
 #    include <langinfo.h>
 #    include <locale.h>
