@@ -4,6 +4,7 @@
 
 #    include "platform/embedded/foundation/FileContents.h"
 
+#    include "PlatformTest.h"
 #    include "TemporaryFolder.h"
 
 #    include <gtest/gtest.h>
@@ -49,6 +50,22 @@ TEST(FileContentsTest, WhatTakesAFilesPlaceTakesItsMode) {
     std::filesystem::permissions(file, std::filesystem::perms(0664));
     EXPECT_TRUE(embedded::writeFileAtomically(file, std::as_bytes(std::span("after", 5))));
     EXPECT_EQ(std::filesystem::status(file).permissions(), std::filesystem::perms(0664));
+}
+
+TEST(FileContentsTest, AFileThatIsToBePrivateIsNeverOpenToOthers) {
+    const AutoreleasePool pool;
+    const TemporaryFolder folder;
+    const std::filesystem::path file = folder.path() / "private";
+    const NSDictionary attributes =
+        NSDictionary::dictionaryWithObject_forKey(NSNumber::numberWithInt(0400), "NSFilePosixPermissions"_ns);
+    std::vector<mode_t> modes;
+    modesBefore = &modes;
+    EXPECT_TRUE(NSFileManager::defaultManager().createFileAtPath_contents_attributes(
+        NSString(file.string()), NSData::dataWithBytes_length("secret", 6), attributes));
+    modesBefore = nullptr;
+    EXPECT_EQ(modes, std::vector<mode_t>{0600});
+    EXPECT_EQ(std::filesystem::status(file).permissions(), std::filesystem::perms(0400));
+    EXPECT_EQ(std::filesystem::file_size(file), 6u);
 }
 
 } // namespace

@@ -5,7 +5,6 @@
 
 #    include <atomic>
 #    include <cerrno>
-#    include <climits>
 #    include <cstdio>
 #    include <cstdlib>
 #    include <fcntl.h>
@@ -100,16 +99,23 @@ bool writeFile(const std::filesystem::path& path, std::span<const std::byte> byt
     return file.isOpen() && file.write(bytes) && file.close();
 }
 
-bool writeFileAtomically(const std::filesystem::path& path, std::span<const std::byte> bytes) {
+bool writeFileAtomically(const std::filesystem::path& path, std::span<const std::byte> bytes,
+                         std::optional<std::filesystem::perms> permissions) {
     const std::string destination = destinationOf(path.native());
+    // The mode that was asked for, or that of the file whose place this one takes.
+    std::optional<mode_t> mode;
     struct stat status {};
-    const bool exists = ::stat(destination.c_str(), &status) == 0;
+    if (permissions)
+        mode = static_cast<mode_t>(*permissions);
+    else if (::stat(destination.c_str(), &status) == 0)
+        mode = status.st_mode & 07777;
     std::string sibling;
-    // What takes another's place is open to nobody else until it is given that one's mode.
-    File file = makeSibling(destination, exists ? ownersMode : newFileMode, sibling);
+    // Open to nobody else until it is given its mode.
+    File file = makeSibling(destination, mode ? ownersMode : newFileMode, sibling);
     if (!file.isOpen()) return false;
-    const bool isWritten = (!exists || ::fchmod(file.descriptor(), status.st_mode & 07777) == 0)
-                           && file.write(bytes) && ::fsync(file.descriptor()) == 0;
+    // The mode comes last, since writing takes away the bits that lend somebody's rights.
+    const bool isWritten = file.write(bytes) && (!mode || ::fchmod(file.descriptor(), *mode) == 0)
+                           && ::fsync(file.descriptor()) == 0;
     const bool isComplete = file.close() && isWritten;
     if (isComplete && std::rename(sibling.c_str(), destination.c_str()) == 0) return true;
     ::unlink(sibling.c_str());

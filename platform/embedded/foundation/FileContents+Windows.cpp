@@ -2,16 +2,12 @@
 #if defined(_WIN32)
 
 #    include "platform/embedded/foundation/FileContents.h"
+#    include "platform/embedded/foundation/WindowsHeader.h"
 
 #    include <algorithm>
 #    include <atomic>
 #    include <string>
 #    include <utility>
-
-#    ifndef NOMINMAX
-#        define NOMINMAX
-#    endif
-#    include <windows.h>
 
 namespace tessarin::embedded {
 namespace {
@@ -94,7 +90,8 @@ bool writeFile(const std::filesystem::path& path, std::span<const std::byte> byt
     return file.isOpen() && file.write(bytes) && file.close();
 }
 
-bool writeFileAtomically(const std::filesystem::path& path, std::span<const std::byte> bytes) {
+bool writeFileAtomically(const std::filesystem::path& path, std::span<const std::byte> bytes,
+                         std::optional<std::filesystem::perms> permissions) {
     // The file that a symbolic link leads to, so that the link stays one.
     std::error_code ignored;
     const std::filesystem::path resolved = std::filesystem::canonical(path, ignored);
@@ -105,7 +102,12 @@ bool writeFileAtomically(const std::filesystem::path& path, std::span<const std:
     const bool isWritten = file.write(bytes) && FlushFileBuffers(file.handle());
     const bool isComplete = file.close() && isWritten;
     constexpr DWORD replacing = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
-    if (isComplete && MoveFileExW(sibling.c_str(), destination.c_str(), replacing)) return true;
+    if (isComplete && MoveFileExW(sibling.c_str(), destination.c_str(), replacing)) {
+        // They say here only whether the file may be written, so they keep nobody from reading it.
+        std::error_code problem;
+        if (permissions) std::filesystem::permissions(destination, *permissions, problem);
+        return !problem;
+    }
     DeleteFileW(sibling.c_str());
     return false;
 }

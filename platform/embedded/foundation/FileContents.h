@@ -17,7 +17,9 @@ std::optional<std::vector<std::byte>> readFile(const std::filesystem::path& path
 bool writeFile(const std::filesystem::path& path, std::span<const std::byte> bytes);
 
 // The same by way of a file beside it that takes its place when it is complete and safe on the disk: the file
-// is never seen half written, and a failure leaves it as it was.
-bool writeFileAtomically(const std::filesystem::path& path, std::span<const std::byte> bytes);
+// is never seen half written, and a failure leaves it as it was. Where permissions are given, nobody else can
+// open the new contents before the file has these.
+bool writeFileAtomically(const std::filesystem::path& path, std::span<const std::byte> bytes,
+                         std::optional<std::filesystem::perms> permissions = {});
 
 } // namespace tessarin::embedded

@@ -4,6 +4,8 @@
 #include "TessarinPlatform/NSMutableArray.h"
 #include "TessarinPlatform/NSMutableDictionary.h"
 #include "TessarinPlatform/NSNumber.h"
+#include "platform/embedded/foundation/DataStorage.h"
+#include "platform/embedded/foundation/FileContents.h"
 #include "platform/embedded/foundation/FileSystemPath.h"
 #include "platform/embedded/runtime/BuiltInClass.h"
 
@@ -55,10 +57,15 @@ bool existsItself(const fs::path& path) {
     return type != fs::file_type::not_found && type != fs::file_type::none;
 }
 
+std::optional<fs::perms> permissionsIn(NSDictionary attributes) {
+    const NSNumber permissions = kindOf<NSNumber>(attributes.objectForKey("NSFilePosixPermissions"_ns));
+    if (!permissions) return std::nullopt;
+    return static_cast<fs::perms>(permissions.unsignedIntValue());
+}
+
 std::error_code setAttributes(const fs::path& path, NSDictionary attributes) {
     std::error_code problem;
-    const NSNumber permissions = kindOf<NSNumber>(attributes.objectForKey("NSFilePosixPermissions"_ns));
-    if (permissions) fs::permissions(path, static_cast<fs::perms>(permissions.unsignedIntValue()), problem);
+    if (const auto permissions = permissionsIn(attributes)) fs::permissions(path, *permissions, problem);
     return problem;
 }
 
@@ -127,8 +134,8 @@ NSData contentsAtPath(NSFileManager self, SEL, NSString path) {
 BOOL createFile(NSFileManager, SEL, NSString path, NSData contents, NSDictionary attributes) {
     const auto file = fileSystemPath(path);
     if (!file) return NO;
-    const NSData written = contents ? contents : NSData::data();
-    return written.writeToFile_atomically(path, true) && !setAttributes(*file, attributes);
+    const auto permissions = permissionsIn(attributes);
+    return writeFileAtomically(*file, bytesOf(contents), permissions);
 }
 
 BOOL createDirectory(NSFileManager, SEL, NSString path, BOOL withIntermediateDirectories,
