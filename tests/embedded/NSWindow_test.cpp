@@ -117,5 +117,26 @@ TEST_F(EmbeddedWindowTest, IsOnNoScreenWhereThereAreNone) {
     EXPECT_FALSE(newWindow(NSMakeRect(10, 20, 300, 200)).screen());
 }
 
+TEST_F(EmbeddedWindowTest, AViewThatIsPutIntoAWindowWhileItMovesIsInOnePlace) {
+    static NSWindow window;
+    static const ClassDefinition definition{
+        {.name = "EmbeddedWindowTestView",
+         .superclass = "NSView",
+         .methods = {instanceMethod(
+             "willRemoveSubview:", +[](NSView, SEL, NSView view) { window.setContentView(view); })}}};
+    const Retained<NSWindow> first = newWindow(NSMakeRect(0, 0, 10, 10));
+    const Retained<NSWindow> second = newWindow(NSMakeRect(0, 0, 10, 10));
+    const Retained<NSView> view = adopt(NSView::alloc().initWithFrame(NSZeroRect));
+    const Retained<NSView> superview =
+        adopt(as<NSView>(definition.classObject().alloc()).initWithFrame(NSZeroRect));
+    superview.addSubview(view);
+    window = second;
+    first.setContentView(view);
+    EXPECT_EQ(first.contentView(), view);
+    EXPECT_EQ(view.window(), first);
+    EXPECT_FALSE(second.contentView());
+    EXPECT_FALSE(view.superview());
+}
+
 } // namespace
 } // namespace tessarin::testing

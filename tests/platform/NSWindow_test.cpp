@@ -1,5 +1,7 @@
 #include "InterfaceTest.h"
 
+#include <utility>
+
 namespace tessarin::testing {
 namespace {
 
@@ -169,6 +171,26 @@ TEST_F(NSWindowTest, IsVisibleWhileItIsOpen) {
     EXPECT_TRUE(plain_.isVisible());
     plain_.orderOut(nil);
     EXPECT_FALSE(plain_.isVisible());
+}
+
+TEST_F(NSWindowTest, AViewThatIsPutInTwiceWhileItMovesIsInTheWindow) {
+    static NSWindow window;
+    static const ClassDefinition definition{{.name = "TessarinTestHastyView",
+                                             .superclass = "NSView",
+                                             .methods = {instanceMethod(
+                                                 "willRemoveSubview:", +[](NSView, SEL, NSView view) {
+                                                     if (const NSWindow target = std::exchange(window, nil))
+                                                         target.setContentView(view);
+                                                 })}}};
+    const Retained<NSView> view = newView();
+    const Retained<NSView> superview =
+        adopt(as<NSView>(definition.classObject().alloc()).initWithFrame(NSMakeRect(0, 0, 10, 10)));
+    superview.addSubview(view);
+    window = plain_;
+    plain_.setContentView(view);
+    EXPECT_EQ(plain_.contentView(), view);
+    EXPECT_EQ(view.window(), plain_);
+    EXPECT_EQ(superview.subviews().count(), 0u);
 }
 
 } // namespace

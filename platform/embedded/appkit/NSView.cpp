@@ -105,15 +105,15 @@ void requireView(NSObject self, SEL selector, NSView view) {
 
 void takeOut(NSView view) {
     ViewStorage& storage = storageOf(view);
+    if (storage.superview) send<void>(storage.superview, "willRemoveSubview:"_sel, view);
+    // That may have done it already, or put the view elsewhere: into another view, or a window.
+    if (storage.superview) {
+        std::vector<NSObject>& subviews = storageOf(storage.superview).subviews;
+        subviews.erase(subviews.begin() + static_cast<std::ptrdiff_t>(indexOf(subviews, view)));
+        storage.superview = nil;
+        runtime::release(view.object());
+    }
     if (storage.window) storage.window.setContentView(nil);
-    if (!storage.superview) return;
-    send<void>(storage.superview, "willRemoveSubview:"_sel, view);
-    // That may have done it already, or put the view elsewhere.
-    if (!storage.superview) return;
-    std::vector<NSObject>& subviews = storageOf(storage.superview).subviews;
-    subviews.erase(subviews.begin() + static_cast<std::ptrdiff_t>(indexOf(subviews, view)));
-    storage.superview = nil;
-    runtime::release(view.object());
 }
 
 ClassDescription describeNSView() {
