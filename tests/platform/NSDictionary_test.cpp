@@ -309,5 +309,29 @@ TEST_F(NSDictionaryTest, ASubclassIsWalked) {
     EXPECT_EQ(sum, 5);
 }
 
+TEST_F(NSDictionaryTest, ASubclassIsNotAskedForTheKeyNil) {
+    static bool wasAskedForNil;
+    wasAskedForNil = false;
+    static const ClassDefinition definition{
+        {.name = "NSDictionaryTestStrict",
+         .superclass = "NSDictionary",
+         .methods = {instanceMethod("count", countOfSquares),
+                     instanceMethod(
+                         "objectForKey:",
+                         +[](NSDictionary self, SEL selector, NSObject key) {
+                             if (!key) wasAskedForNil = true;
+                             return squareForKey(self, selector, key);
+                         }),
+                     instanceMethod("keyEnumerator", squareKeys),
+                     instanceMethod("initWithObjects:forKeys:count:", initSquares)}}};
+    const NSDictionary strict =
+        adopt(send<NSDictionary>(definition.classObject().alloc(), "init"_sel)).autorelease();
+    const auto objects = send<NSObject>(strict, "objectEnumerator"_sel);
+    for (int object : {0, 1, 4})
+        EXPECT_EQ(as<NSNumber>(send<NSObject>(objects, "nextObject"_sel)).intValue(), object);
+    EXPECT_FALSE(send<NSObject>(objects, "nextObject"_sel));
+    EXPECT_FALSE(wasAskedForNil);
+}
+
 } // namespace
 } // namespace tessarin::testing

@@ -2,7 +2,7 @@
 #include "platform/embedded/foundation/ContainerDescription.h"
 #include "platform/embedded/foundation/ContainerEquality.h"
 #include "platform/embedded/foundation/DescriptorSorting.h"
-#include "platform/embedded/foundation/EnumeratorStorage.h"
+#include "platform/embedded/foundation/Enumerators.h"
 #include "platform/embedded/foundation/ItemSorting.h"
 #include "platform/embedded/foundation/KeyedCoding.h"
 #include "platform/embedded/foundation/NSObject+KeyValueCoding.h"

@@ -1,6 +1,6 @@
 #include "platform/embedded/foundation/ArrayStorage.h"
 #include "platform/embedded/foundation/DictionaryStorage.h"
-#include "platform/embedded/foundation/EnumeratorStorage.h"
+#include "platform/embedded/foundation/Enumerators.h"
 
 #include <algorithm>
 
@@ -38,7 +38,10 @@ id nextItemReversed(EnumeratorStorage& storage, NSArray array) {
 }
 
 id nextEntry(EnumeratorStorage& enumerator, NSDictionary dictionary) {
-    if (enumerator.keys) return dictionary.objectForKey(send<NSObject>(enumerator.keys, "nextObject"_sel));
+    if (enumerator.keys) {
+        const NSObject key = send<NSObject>(enumerator.keys, "nextObject"_sel);
+        return key ? dictionary.objectForKey(key) : nil;
+    }
     const auto& storage = storageOf<DictionaryStorage>(dictionary);
     if (storage.mutations != enumerator.mutations) runtime::raiseMutation(dictionary.object());
     const std::size_t index = storage.nextEntry(enumerator.position);
