@@ -3,6 +3,7 @@
 
 #include "TessarinPlatform/NSMutableArray.h"
 #include "TessarinPlatform/Retained.h"
+#include "platform/embedded/foundation/RangeCheck.h"
 #include "platform/embedded/runtime/BuiltInClass.h"
 
 #include <span>
@@ -84,9 +85,6 @@ std::string boundsText(NSUInteger count);
 // Raises NSRangeException, in the platform's wording, for an index or a range of an array with `count` items.
 [[noreturn]] void raiseBeyondBounds(NSObject array, SEL selector, NSUInteger index, NSUInteger count);
 [[noreturn]] void raiseBeyondBounds(NSObject array, SEL selector, NSRange range, NSUInteger count);
-inline bool isWithin(NSRange range, NSUInteger count) {
-    return range.location <= count && range.length <= count - range.location;
-}
 
 // NSArray's own count and init, and what NSMutableArray shares with it.
 NSUInteger countOfArray(NSArray self, SEL);

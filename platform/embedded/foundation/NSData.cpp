@@ -2,6 +2,7 @@
 #include "platform/embedded/foundation/FileContents.h"
 #include "platform/embedded/foundation/FileSystemPath.h"
 #include "platform/embedded/foundation/KeyedCoding.h"
+#include "platform/embedded/foundation/RangeCheck.h"
 
 #include "TessarinPlatform/NSException.h"
 
@@ -100,7 +101,7 @@ NSData initWithCoder(NSData self, SEL, NSCoder coder) {
 
 void checkRange(NSData self, SEL selector, NSRange range) {
     const NSUInteger length = self.length();
-    if (range.location <= length && range.length <= length - range.location) return;
+    if (isWithin(range, length)) return;
     raiseFrom(NSRangeException(), self, selector,
               "range {" + std::to_string(range.location) + ", " + std::to_string(range.length)
                   + "} exceeds data length " + std::to_string(length));

@@ -2,6 +2,7 @@
 
 #include "TessarinPlatform/NSArray.h"
 #include "platform/embedded/foundation/ArrayStorage.h"
+#include "platform/embedded/foundation/RangeCheck.h"
 #include "platform/services/Utf8.h"
 
 #include <algorithm>
@@ -274,7 +275,7 @@ std::string describe(NSRange range) {
 }
 
 void checkRange(NSRange range, std::size_t length, NSObject self, SEL selector) {
-    if (range.location > length || range.length > length - range.location) [[unlikely]]
+    if (!isWithin(range, length)) [[unlikely]]
         raiseFrom(NSRangeException(), self, selector,
                   "Range " + describe(range) + " out of bounds; string length " + std::to_string(length));
 }
