@@ -296,5 +296,21 @@ TEST_F(NSArrayTest, ASubclassEqualsAnArrayOfTheSameObjects) {
     EXPECT_FALSE(digits().isEqual(abc_));
 }
 
+TEST_F(NSArrayTest, ASubclassThatAnswersNilForAnObjectIsNotCopied) {
+    static const ClassDefinition definition{
+        {.name = "NSArrayTestOfNil",
+         .superclass = "NSArray",
+         .methods = {instanceMethod(
+                         "count", +[](NSArray, SEL) { return NSUInteger{1}; }),
+                     instanceMethod(
+                         "objectAtIndex:", +[](NSArray, SEL, NSUInteger) { return NSObject(); }),
+                     instanceMethod("initWithObjects:count:", initDigits)}}};
+    const NSArray ofNil = adopt(send<NSArray>(definition.classObject().alloc(), "init"_sel)).autorelease();
+    EXPECT_THROWS_NAMED(adopt(NSArray(ofNil.mutableCopy())), "NSInvalidArgumentException");
+    EXPECT_THROWS_NAMED(NSArray::arrayWithArray(ofNil), "NSInvalidArgumentException");
+    EXPECT_THROWS_NAMED(ofNil.objectsAtIndexes(NSIndexSet::indexSetWithIndex(0)),
+                        "NSInvalidArgumentException");
+}
+
 } // namespace
 } // namespace tessarin::testing

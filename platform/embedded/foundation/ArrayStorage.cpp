@@ -75,8 +75,11 @@ ArrayItems::ArrayItems(NSArray array) {
     gathered_ = newMutableArray(nullptr, 0);
     ArrayStorage& storage = storageOf<ArrayStorage>(gathered_);
     const NSUInteger count = array.count();
-    for (NSUInteger index = 0; index < count; ++index)
-        storage.insert(retain(NSObject(array.objectAtIndex(index))).leak(), index);
+    for (NSUInteger index = 0; index < count; ++index) {
+        const NSObject item = array.objectAtIndex(index);
+        if (!item) raiseItemIsNil(array, index);
+        storage.insert(retain(item).leak(), index);
+    }
     items_ = {storage.items, storage.count};
 }
 
@@ -103,6 +106,11 @@ Retained<NSMutableArray> newMutableArray(const NSObject* items, NSUInteger count
     copyRetained(items, count, storage.items);
     storage.count = count;
     return array;
+}
+
+void raiseItemIsNil(NSArray array, NSUInteger index) {
+    raiseFrom(NSInvalidArgumentException(), array, "objectAtIndex:"_sel,
+              "nil instead of an object at index " + std::to_string(index));
 }
 
 std::string boundsText(NSUInteger count) {

@@ -46,7 +46,7 @@ inline bool hasArrayStorage(NSObject object) {
 
 // The items of any array; nil is empty. Those of an array with storage of its own are looked at where they
 // are, valid until the array is changed or goes: no message that may do so is sent while they are in use.
-// What any other array answers is gathered and kept, since nobody else may keep it.
+// What any other array answers is gathered and kept, since nobody else may keep it; nil raises.
 class ArrayItems {
 public:
     explicit ArrayItems(NSArray array);
@@ -80,6 +80,8 @@ Retained<NSArray> newArrayOfNew(NSUInteger count, NewItem&& newItem) {
     return array;
 }
 
+// Raises NSInvalidArgumentException for an array that answers nil for an item, which no array may.
+[[noreturn]] void raiseItemIsNil(NSArray array, NSUInteger index);
 // How the platform's exceptions name the bounds of an array with `count` items.
 std::string boundsText(NSUInteger count);
 // Raises NSRangeException, in the platform's wording, for an index or a range of an array with `count` items.

@@ -130,6 +130,8 @@ NSArray objectsAtIndexes(NSArray self, SEL selector, NSIndexSet indexes) {
          index = indexes.indexGreaterThanIndex(index)) {
         if (isDirect) checkIndex(index, source.count);
         const NSObject object = isDirect ? source.items[index] : NSObject(self.objectAtIndex(index));
+        if (!object) [[unlikely]]
+            raiseItemIsNil(self, index);
         target.items[target.count++] = retain(object).leak();
     }
     return chosen.autorelease();
