@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cmath>
 #include <cstdio>
+#include <limits>
 
 namespace tessarin::embedded {
 namespace {
@@ -120,7 +121,7 @@ NSString description(NSDate self, SEL) {
     // Beyond these years the calendar below has no names for days.
     constexpr double furthest = 9.2e11;
     if (!(std::abs(seconds) < furthest)) {
-        char text[64];
+        char text[std::numeric_limits<double>::max_exponent10 + 64]; // for all the digits of the largest
         std::snprintf(text, sizeof text, "%.0f seconds since 1970-01-01", seconds);
         return NSString(text);
     }
