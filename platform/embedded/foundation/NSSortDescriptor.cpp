@@ -63,8 +63,9 @@ SEL selector(NSSortDescriptor self, SEL) { return storageOf(self).selector; }
 BOOL isEqual(NSSortDescriptor self, SEL, NSObject other) {
     if (self == other) return YES;
     const auto descriptor = kindOf<NSSortDescriptor>(other);
-    if (!descriptor || self.ascending() != descriptor.ascending() || self.selector() != descriptor.selector())
-        return NO;
+    // A derived class may compare in a way of its own.
+    if (!descriptor || self.class_() != descriptor.class_()) return NO;
+    if (self.ascending() != descriptor.ascending() || self.selector() != descriptor.selector()) return NO;
     return self.key() == descriptor.key() || self.key().isEqual(descriptor.key()) ? YES : NO;
 }
 
