@@ -2,6 +2,7 @@
 // anything.
 #include "PlatformTest.h"
 
+#include <limits>
 #include <string>
 
 namespace tessarin::testing {
@@ -29,6 +30,13 @@ TEST_F(ExtremeStringTest, HugeWidthsAreCut) {
     EXPECT_LT(NSString::stringWithFormat("%.2147483647d"_ns, 1).length(), 10000000u);
     EXPECT_LT(NSString::stringWithFormat("%99999999999999999999f"_ns, 1.0).length(), 10000000u);
     EXPECT_LT(NSString::stringWithFormat("%*d"_ns, -2147483647 - 1, 1).length(), 10000000u);
+}
+
+TEST_F(ExtremeStringTest, TheSmallestIntegerAsAWidthIsTheLargestFieldToTheLeft) {
+    const NSString shown =
+        NSString::stringWithFormat("%1$lld|%2$*1$d"_ns, std::numeric_limits<long long>::min(), 7);
+    EXPECT_EQ(text(shown.substringToIndex(23)), "-9223372036854775808|7 ");
+    EXPECT_EQ(shown.length(), NSString::stringWithFormat("%*d"_ns, -2147483647, 7).length() + 21);
 }
 
 } // namespace

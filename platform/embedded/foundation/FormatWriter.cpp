@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cwchar>
 #include <string>
 #include <string_view>
 
@@ -55,10 +54,10 @@ private:
 
     void resolve(Piece& piece) const {
         if (piece.width.isArgument) {
-            const std::intmax_t width = arguments_[piece.width.argument].integer;
+            const auto width = static_cast<int>(std::clamp<std::intmax_t>(
+                arguments_[piece.width.argument].integer, -largestField, largestField));
             if (width < 0) piece.isLeft = true;
-            piece.width.value =
-                static_cast<int>(std::min<std::intmax_t>(width < 0 ? -width : width, largestField));
+            piece.width.value = width < 0 ? -width : width;
         }
         if (piece.precision.isArgument)
             piece.precision.value = static_cast<int>(
