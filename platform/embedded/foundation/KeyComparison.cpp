@@ -1,6 +1,7 @@
 #include "platform/embedded/foundation/KeyComparison.h"
 
 #include "platform/embedded/foundation/NSObject+KeyValueCoding.h"
+#include "platform/embedded/foundation/Ordering.h"
 #include "platform/embedded/foundation/StringFormat.h"
 #include "platform/embedded/runtime/Classes.h"
 
@@ -18,10 +19,6 @@ bool isComparison(std::string_view encoding) {
     constexpr std::string_view objects = "@#";
     return encoding.size() == 4 && encoding[0] == detail::integerLetter<NSInteger>()
            && objects.find(encoding[3]) != objects.npos;
-}
-
-NSComparisonResult order(NSInteger left, NSInteger right) {
-    return left < right ? NSOrderedAscending : left > right ? NSOrderedDescending : NSOrderedSame;
 }
 
 } // namespace
@@ -43,10 +40,10 @@ NSObject KeyComparison::valueOf(NSObject object) {
 
 NSComparisonResult KeyComparison::compare(NSObject left, NSObject right) {
     if (!selector_) return NSOrderedSame;
-    if (!left || !right) return directed(order(left ? 1 : 0, right ? 1 : 0));
+    if (!left || !right) return directed(ordering(left ? 1 : 0, right ? 1 : 0));
     requireComparison(left);
     // An application's comparison may answer any number.
-    return directed(order(send<NSComparisonResult>(left, selector_, right), 0));
+    return directed(ordering(send<NSComparisonResult>(left, selector_, right), 0));
 }
 
 NSComparisonResult KeyComparison::directed(NSComparisonResult ascending) const {

@@ -1,4 +1,5 @@
 // NSString: order. Without NSLiteralSearch, canonically equivalent strings are the same.
+#include "platform/embedded/foundation/Ordering.h"
 #include "platform/embedded/foundation/StringComparison.h"
 #include "platform/embedded/foundation/Unicode.h"
 #include "platform/services/Utf8.h"
@@ -95,11 +96,6 @@ private:
     std::size_t place_ = 0; // in segment_
 };
 
-template <class Value>
-NSComparisonResult order(Value left, Value right) {
-    return left < right ? NSOrderedAscending : left > right ? NSOrderedDescending : NSOrderedSame;
-}
-
 template <class Left, class Right>
 NSComparisonResult compareFrom(Units<Left> left, Units<Right> right, std::size_t start, bool foldsCase) {
     CanonicalReader<Left> leftReader(left, start, foldsCase);
@@ -108,8 +104,8 @@ NSComparisonResult compareFrom(Units<Left> left, Units<Right> right, std::size_t
         char32_t leftCharacter = 0, rightCharacter = 0;
         const bool leftGoesOn = leftReader.next(leftCharacter);
         const bool rightGoesOn = rightReader.next(rightCharacter);
-        if (!leftGoesOn || !rightGoesOn) return order(leftGoesOn, rightGoesOn);
-        if (leftCharacter != rightCharacter) return order(leftCharacter, rightCharacter);
+        if (!leftGoesOn || !rightGoesOn) return ordering(leftGoesOn, rightGoesOn);
+        if (leftCharacter != rightCharacter) return ordering(leftCharacter, rightCharacter);
     }
 }
 
@@ -138,8 +134,8 @@ NSComparisonResult compareUnitsCanonically(Units<Left> left, Units<Right> right,
     }
     if (index == left.size() && index == right.size()) return NSOrderedSame;
     if (index < common && (char32_t{left[index]} | char32_t{right[index]}) < 0x80) {
-        return foldsCase ? order(lowerAscii(left[index]), lowerAscii(right[index]))
-                         : order(char32_t{left[index]}, char32_t{right[index]});
+        return foldsCase ? ordering(lowerAscii(left[index]), lowerAscii(right[index]))
+                         : ordering(char32_t{left[index]}, char32_t{right[index]});
     }
     // Otherwise the difference may lie in a mark whose base is equal, and whose order depends on its
     // neighbours.
@@ -147,7 +143,7 @@ NSComparisonResult compareUnitsCanonically(Units<Left> left, Units<Right> right,
         return (place == left.size() || beginsSegment(left[place]))
                && (place == right.size() || beginsSegment(right[place]));
     };
-    if (index == common && bothBegin(index)) return order(left.size(), right.size());
+    if (index == common && bothBegin(index)) return ordering(left.size(), right.size());
     while (index > 0 && !bothBegin(index)) --index;
     return compareFrom(left, right, index, foldsCase);
 }

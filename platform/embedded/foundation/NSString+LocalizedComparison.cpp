@@ -1,5 +1,6 @@
 // NSString: order as people look things up in lists. The embedded platform has no rules of languages; it
 // orders by letters, then by the marks on them, then by case, each from the start of the texts.
+#include "platform/embedded/foundation/Ordering.h"
 #include "platform/embedded/foundation/StringComparison.h"
 #include "platform/embedded/foundation/Unicode.h"
 
@@ -32,11 +33,6 @@ std::vector<Letter> lettersOf(StringView text) {
     return letters;
 }
 
-template <class Value>
-NSComparisonResult order(const Value& left, const Value& right) {
-    return left < right ? NSOrderedAscending : right < left ? NSOrderedDescending : NSOrderedSame;
-}
-
 using Text = std::vector<Letter>;
 using Position = Text::const_iterator;
 
@@ -57,11 +53,11 @@ Digits takeNumber(Position& position, Position end) {
 }
 
 NSComparisonResult compareNumbers(const Digits& left, const Digits& right) {
-    if (left.count() != right.count()) return order(left.count(), right.count());
+    if (left.count() != right.count()) return ordering(left.count(), right.count());
     const auto [first, second] =
         std::mismatch(left.begin, left.end, right.begin,
                       [](const Letter& one, const Letter& other) { return one.folded == other.folded; });
-    return first == left.end ? NSOrderedSame : order(first->folded, second->folded);
+    return first == left.end ? NSOrderedSame : ordering(first->folded, second->folded);
 }
 
 NSComparisonResult compareLetters(const Text& left, const Text& right, bool readsNumbers) {
@@ -73,11 +69,11 @@ NSComparisonResult compareLetters(const Text& left, const Text& right, bool read
             const Digits number = takeNumber(one, left.end());
             result = compareNumbers(number, takeNumber(other, right.end()));
         } else {
-            result = order((one++)->folded, (other++)->folded);
+            result = ordering((one++)->folded, (other++)->folded);
         }
         if (result != NSOrderedSame) return result;
     }
-    return order(one != left.end(), other != right.end());
+    return ordering(one != left.end(), other != right.end());
 }
 
 // By what sets letters apart. The first difference decides; then the zeros in front of numbers, which make
@@ -86,8 +82,8 @@ template <class Difference>
 NSComparisonResult compareFurther(const Text& left, const Text& right, Difference difference) {
     const std::size_t common = std::min(left.size(), right.size());
     for (std::size_t index = 0; index < common; ++index)
-        if (const auto result = order(left[index].*difference, right[index].*difference)) return result;
-    return order(left.size(), right.size());
+        if (const auto result = ordering(left[index].*difference, right[index].*difference)) return result;
+    return ordering(left.size(), right.size());
 }
 
 NSComparisonResult compareTexts(NSString self, NSString other, bool mindsCase, bool readsNumbers) {

@@ -1,4 +1,5 @@
 #include "platform/embedded/foundation/NumberValue.h"
+#include "platform/embedded/foundation/Ordering.h"
 
 #include <bit>
 #include <charconv>
@@ -11,11 +12,6 @@ namespace {
 
 constexpr double twoTo63 = 9223372036854775808.0;
 constexpr double twoTo64 = 18446744073709551616.0;
-
-NSComparisonResult ordering(auto left, auto right) {
-    if (left < right) return NSOrderedAscending;
-    return right < left ? NSOrderedDescending : NSOrderedSame;
-}
 
 NSComparisonResult reversed(NSComparisonResult result) { return static_cast<NSComparisonResult>(-result); }
 
