@@ -88,24 +88,6 @@ NSNumber initialize(NSNumber self, const NumberValue& value) {
     return self;
 }
 
-// The value that a C++ number has as an object. Short kinds are kept as int, whose encoding cannot be taken
-// for that of a boolean.
-template <class T>
-NumberValue numberValue(T value) {
-    if constexpr (std::is_same_v<T, bool>)
-        return NumberValue::ofBoolean(value);
-    else if constexpr (std::is_same_v<T, float>)
-        return NumberValue::ofFloat(value);
-    else if constexpr (std::is_same_v<T, double>)
-        return NumberValue::ofDouble(value);
-    else if constexpr (sizeof(T) < sizeof(int) || std::is_same_v<T, int>)
-        return NumberValue::ofInt32(value);
-    else if constexpr (std::is_signed_v<T> || sizeof(T) < sizeof(std::uint64_t))
-        return NumberValue::ofInt64(value);
-    else
-        return NumberValue::ofUnsigned(value);
-}
-
 template <class T>
 NSNumber initWith(NSNumber self, SEL, T value) {
     return initialize(self, numberValue(value));

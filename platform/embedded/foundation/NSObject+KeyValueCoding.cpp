@@ -2,6 +2,7 @@
 
 #include "platform/embedded/foundation/KeyPathOperators.h"
 #include "platform/embedded/foundation/NestedItems.h"
+#include "platform/embedded/foundation/NumberValue.h"
 #include "platform/embedded/foundation/StringFormat.h"
 #include "platform/embedded/runtime/Classes.h"
 #include "platform/embedded/runtime/Selectors.h"
@@ -64,18 +65,7 @@ bool isObjectType(char encoding) { return encoding == '@' || encoding == '#'; }
 
 template <class T>
 NSNumber boxed(T value) {
-    if constexpr (std::is_same_v<T, bool>)
-        return NSNumber::numberWithBool(value);
-    else if constexpr (std::is_same_v<T, float>)
-        return NSNumber::numberWithFloat(value);
-    else if constexpr (std::is_same_v<T, double>)
-        return NSNumber::numberWithDouble(value);
-    else if constexpr (sizeof(T) < sizeof(int) || std::is_same_v<T, int>)
-        return NSNumber::numberWithInt(value);
-    else if constexpr (std::is_signed_v<T>)
-        return NSNumber::numberWithLongLong(value);
-    else
-        return NSNumber::numberWithUnsignedLongLong(value);
+    return newNumber(numberValue(value)).autorelease();
 }
 
 // Of any object that answers the message for the type: a string too has an intValue.

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <string>
+#include <type_traits>
 
 namespace tessarin::embedded {
 
@@ -67,6 +68,24 @@ private:
         return result;
     }
 };
+
+// The value that a C++ number has as an object. Short kinds are kept as int, whose encoding cannot be taken
+// for that of a boolean.
+template <class T>
+NumberValue numberValue(T value) {
+    if constexpr (std::is_same_v<T, bool>)
+        return NumberValue::ofBoolean(value);
+    else if constexpr (std::is_same_v<T, float>)
+        return NumberValue::ofFloat(value);
+    else if constexpr (std::is_same_v<T, double>)
+        return NumberValue::ofDouble(value);
+    else if constexpr (sizeof(T) < sizeof(int) || std::is_same_v<T, int>)
+        return NumberValue::ofInt32(value);
+    else if constexpr (std::is_signed_v<T> || sizeof(T) < sizeof(std::uint64_t))
+        return NumberValue::ofInt64(value);
+    else
+        return NumberValue::ofUnsigned(value);
+}
 
 // A total order by mathematical value, without rounding between the kinds. NaN is the same as itself and
 // stands between the negative numbers and zero.
