@@ -10,6 +10,7 @@
 #include <bit>
 #include <charconv>
 #include <functional>
+#include <iterator>
 #include <limits>
 #include <string>
 

@@ -8,6 +8,7 @@
 #include <bit>
 #include <cstdlib>
 #include <limits>
+#include <new>
 #include <stdexcept>
 #include <utility>
 
@@ -20,10 +21,6 @@ bool areEqualKeys(NSObject key, NSObject candidate) {
         return equalUnits(storageOf<StringStorage>(key).view(), storageOf<StringStorage>(candidate).view());
     return key.isEqual(candidate);
 }
-
-} // namespace
-
-namespace {
 
 constexpr std::size_t mostEntries = std::numeric_limits<std::uint32_t>::max() - 1;
 

@@ -5,6 +5,7 @@
 #include "platform/embedded/foundation/StringStorage.h"
 #include "platform/embedded/foundation/UserLocale.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace tessarin::embedded {

@@ -3,6 +3,7 @@
 #include "platform/embedded/foundation/FileSystemPath.h"
 #include "platform/embedded/foundation/StringStorage.h"
 
+#include <cerrno>
 #include <cstdlib>
 
 #if !defined(_WIN32)

@@ -68,7 +68,6 @@ void* extraBytesOf(Object* object);
 
 // An object that lives as long as the process: retain and release do nothing.
 void makeImmortal(NSObject object);
-bool isImmortal(NSObject object);
 
 // Whether an object answers a message with this very function, that is, whether no subclass overrides it.
 // Then the function's class may use what it knows of its own storage instead of sending the message.

@@ -37,8 +37,4 @@ void makeImmortal(NSObject object) {
     if (object) object.object()->references.store(-1, std::memory_order_relaxed);
 }
 
-bool isImmortal(NSObject object) {
-    return object && object.object()->references.load(std::memory_order_relaxed) < 0;
-}
-
 } // namespace tessarin::embedded

@@ -7,6 +7,7 @@
 #include "TessarinPlatform/Exceptions.h"
 
 #include <charconv>
+#include <iterator>
 #include <limits>
 
 namespace tessarin::embedded {
