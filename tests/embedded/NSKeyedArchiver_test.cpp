@@ -13,8 +13,8 @@ void encodeHolder(NSObject self, SEL, NSCoder coder) {
     coder.encodeBool_forKey(true, "complete"_ns);
 }
 NSObject initHolder(NSObject self, SEL, NSCoder coder) {
-    contentOf(self) = coder.decodeBoolForKey("complete"_ns) ? coder.decodeObjectForKey("content"_ns) : nil;
-    retain(contentOf(self)).leak();
+    const NSObject content = coder.decodeObjectForKey("content"_ns);
+    if (coder.decodeBoolForKey("complete"_ns)) contentOf(self) = retain(content).leak();
     return self;
 }
 void deallocHolder(NSObject self, SEL selector);

@@ -1,6 +1,8 @@
 // The embedded platform's windows: the heights of its title bars, its screens, and what else is its own.
 #include "InterfaceTest.h"
 
+#include <utility>
+
 namespace tessarin::testing {
 namespace {
 
@@ -119,11 +121,13 @@ TEST_F(EmbeddedWindowTest, IsOnNoScreenWhereThereAreNone) {
 
 TEST_F(EmbeddedWindowTest, AViewThatIsPutIntoAWindowWhileItMovesIsInOnePlace) {
     static NSWindow window;
-    static const ClassDefinition definition{
-        {.name = "EmbeddedWindowTestView",
-         .superclass = "NSView",
-         .methods = {instanceMethod(
-             "willRemoveSubview:", +[](NSView, SEL, NSView view) { window.setContentView(view); })}}};
+    static const ClassDefinition definition{{.name = "EmbeddedWindowTestView",
+                                             .superclass = "NSView",
+                                             .methods = {instanceMethod(
+                                                 "willRemoveSubview:", +[](NSView, SEL, NSView view) {
+                                                     if (const NSWindow other = std::exchange(window, nil))
+                                                         other.setContentView(view);
+                                                 })}}};
     const Retained<NSWindow> first = newWindow(NSMakeRect(0, 0, 10, 10));
     const Retained<NSWindow> second = newWindow(NSMakeRect(0, 0, 10, 10));
     const Retained<NSView> view = adopt(NSView::alloc().initWithFrame(NSZeroRect));
