@@ -54,8 +54,8 @@ tessarin::id tessarin_propertyListForValue(tessarin::NSObject value) {
 // nil, and an autoreleased error of NSCocoaErrorDomain through `error` unless that is null, for what is no
 // property list: nil, other objects, keys that are no strings, containers inside themselves (code 3851; 3852
 // for nil); and for containers nested more than 512 deep (3840, as the platform's reader gives). Where the
-// platform does not refuse by itself a list whose shared containers would make the copy more than 2^20 objects
-// larger than 16 times the original, such a list gives 3840 too.
+// platform does not refuse by itself a list whose shared containers would make the copy more than 2^20
+// objects larger than 16 times the original, such a list gives 3840 too.
 //
 //   NSMutableDictionary settings = tessarin_propertyListWithMutableContainers_error(defaults, &error);
 TESSARIN_EXPORT tessarin::id tessarin_propertyListWithMutableContainers_error(tessarin::NSObject propertyList,

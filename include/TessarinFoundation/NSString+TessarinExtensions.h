@@ -58,9 +58,9 @@
 // what follows, without its leading slashes: /a/bc/d relative to /a/b gives c/d, which is meant, and a path
 // relative to itself gives the empty string. Otherwise both are split at every "/", the leading components
 // that are equal without regard to case are left out, and the result has one "../" for every component left
-// of the directory, then what is left of the receiver, "/" at its end included; where nothing of either is left,
-// as of /A/b relative to /a/b, that is the empty string, and /a relative to /a/b gives ../. A directory that ends in "/" counts one
-// level more unless it prefixes the receiver.
+// of the directory, then what is left of the receiver, "/" at its end included; where nothing of either is
+// left, as of /A/b relative to /a/b, that is the empty string, and /a relative to /a/b gives ../. A directory
+// that ends in "/" counts one level more unless it prefixes the receiver.
 //
 // Raises NSRangeException when the directory's components run out first, all of them equal to the receiver's
 // but for case: /A/b/c relative to /a/b. This is meant. GNUstep folds case one character to one, so that a
@@ -193,8 +193,8 @@ tessarin_fileNameByReplacingPercentEscapesUsingEncoding(tessarin::NSString name,
 
 // A size in bytes, in units of 1024 to the power `unit`, with at most `precision` fraction digits, as a new
 // string of the receiving class. The size is read as an unsigned 64-bit integer: 1536.9 as 1536, -1 as
-// 2^64 - 1, nil as 0. The precision is handed to setMaximumFractionDigits:, where NSNumberFormatter.h says what
-// becomes of one above 2147483647.
+// 2^64 - 1, nil as 0. The precision is handed to setMaximumFractionDigits:, where NSNumberFormatter.h says
+// what becomes of one above 2147483647.
 //
 // The unit 65535 stands for the largest in which the size is more than 1, or bytes: 1024 bytes stay bytes,
 // 1025 are 1.0009765625 kB. The number is written by the platform's number formatter: rounded half to even,

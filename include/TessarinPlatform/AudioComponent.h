@@ -55,9 +55,9 @@ TESSARIN_EXPORT OSStatus AudioComponentGetDescription(AudioComponent component,
                                                       AudioComponentDescription* description)
     TESSARIN_SYSTEM_SYMBOL("_AudioComponentGetDescription");
 
-// Stores a component's name, which the caller owns; nil when the name that it was registered with has no copy,
-// which only a string of an application's class may have. 0 for success, -50 for a null argument; then nothing
-// is stored.
+// Stores a component's name, which the caller owns; nil when the name that it was registered with has no
+// copy, which only a string of an application's class may have. 0 for success, -50 for a null argument; then
+// nothing is stored.
 TESSARIN_EXPORT OSStatus AudioComponentCopyName(AudioComponent component, TESSARIN_STRING_OUT name)
     TESSARIN_SYSTEM_SYMBOL("_AudioComponentCopyName");
 

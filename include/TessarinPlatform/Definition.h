@@ -68,9 +68,9 @@ InstanceVariableRow instanceVariable(const char* name) {
 // when the class comes to exist; a group of a class that the platform lacks stays unattached. An object with
 // static storage duration, or one that lives as long as the class is used.
 //
-// An operation that the class has already is replaced. For what the platform's own classes do, such as isEqual:
-// of strings, that is no way to change the library's results: it does much of that at once, without asking each
-// object. An overriding subclass is asked.
+// An operation that the class has already is replaced. For what the platform's own classes do, such as
+// isEqual: of strings, that is no way to change the library's results: it does much of that at once, without
+// asking each object. An overriding subclass is asked.
 class TESSARIN_EXPORT ExtensionGroup {
 public:
     ExtensionGroup(const char* className, const char* groupName, std::initializer_list<MethodRow> methods);
@@ -107,8 +107,8 @@ struct ClassTable {
 };
 
 // Defines a class. It exists from now on, or from the definition of its superclass on where that comes later.
-// A name that is taken raises NSInvalidArgumentException. An instance variable has a name of its own, which no
-// superclass has given to one of its.
+// A name that is taken raises NSInvalidArgumentException. An instance variable has a name of its own, which
+// no superclass has given to one of its.
 class TESSARIN_EXPORT ClassDefinition {
 public:
     explicit ClassDefinition(const ClassTable& table);
