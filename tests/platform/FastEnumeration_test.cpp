@@ -1,7 +1,7 @@
 // Walking collections with range-based for.
 #include "PlatformTest.h"
 
-#include <ranges>
+#include <memory>
 #include <set>
 
 namespace tessarin::testing {
@@ -214,8 +214,12 @@ TEST_F(FastEnumerationTest, CopiesOfAWalkOverAnArrayOfOnesOwnWalkOnTheirOwn) {
                          })}}};
     const NSArray array = adopt(send<NSArray>(definition.classObject().alloc(), "init"_sel)).autorelease();
     std::vector<int> numbers;
-    for (const NSNumber number : array | std::views::take(35)) numbers.push_back(number.intValue());
-    EXPECT_EQ(numbers, firstNumbers(35));
+    auto walk = std::make_unique<FastEnumerator>(array.begin());
+    for (; *walk != array.end(); ++*walk) {
+        numbers.push_back(NSNumber(NSObject(**walk)).intValue());
+        walk = std::make_unique<FastEnumerator>(*walk); // the former is gone
+    }
+    EXPECT_EQ(numbers, firstNumbers(40));
 }
 
 } // namespace
