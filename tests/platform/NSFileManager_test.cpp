@@ -75,7 +75,7 @@ TEST_F(NSFileManagerTest, FollowsSymbolicLinks) {
 TEST_F(NSFileManagerTest, ListsADirectory) {
     makeFile("b");
     makeFile(".hidden");
-    makeFile("gr\u00fc\u00dfe");
+    folder_.write(u8"gr\u00fc\u00dfe", "contents");
     fs::create_directory(directory_ / "a");
     makeFile("a/below");
     NSError error;
