@@ -159,6 +159,18 @@ section "Bundles"
 loads_its_own "bundle, build tree" "$build/tests/install/bundled_player.app"
 loads_its_own "bundle, add_subdirectory" "$work/holder-OFF/consumer.app"
 loads_its_own "bundle, installed package" "$work/consumers-$(basename "$compiler")/player.app"
+# The bundle that the documentation shows, with its texts, where the platform looks for them in such a place.
+if [[ $platform == embedded ]]; then
+    quietly "examples/bundle: configuring" cmake -S "$source/examples/bundle" -B "$work/player" -G Ninja \
+        -DCMAKE_CXX_COMPILER="${compilers[0]}" -DCMAKE_BUILD_TYPE=Debug -DCMAKE_PREFIX_PATH="$prefix" &&
+        quietly "examples/bundle: building" cmake --build "$work/player" &&
+        quietly "examples/bundle: installing" cmake --install "$work/player" --prefix "$work/applications"
+    rm -rf "$work/player"
+    player=$work/applications/player.app/Contents/MacOS/player
+    [[ $(cd / && env -i "$player") == "Length of the recording: 1 : 02 : 05" ]] || complain "examples/bundle, in English"
+    [[ $(cd / && env -i LANG=de_DE.UTF-8 "$player") == "Dauer der Aufnahme: 1 : 02 : 05" ]] ||
+        complain "examples/bundle, in German"
+fi
 framework=$work/elsewhere/Player.app/Contents/Frameworks/TessarinFoundation.framework
 [[ $platform == embedded ]] || definitions+=(-DTESSARIN_NATIVE)
 quietly "the framework's headers" "$compiler" -std=c++20 -fsyntax-only "${definitions[@]}" -I"$framework/Headers" \
