@@ -35,16 +35,19 @@ std::string dictionary(References keys, const References& values) {
 }
 std::string letter(char text) { return std::string("\x51") + text; }
 
-// The document of these objects, the first of which is the property list.
-std::string document(const std::vector<std::string>& objects) {
+// The document of these objects, the first of which is the property list. The last one has some further
+// numbers as well.
+std::string document(const std::vector<std::string>& objects, std::uint64_t furtherNumbers = 0) {
     std::string result = "bplist00", offsets;
     for (const std::string& object : objects) {
         offsets += number(result.size(), 4);
         result += object;
     }
     const std::uint64_t tableStart = result.size();
-    return result + offsets + std::string(6, '\0') + number(4, 1) + number(2, 1) + number(objects.size(), 8)
-           + number(0, 8) + number(tableStart, 8);
+    for (std::uint64_t further = 0; further < furtherNumbers; ++further)
+        offsets += number(tableStart - objects.back().size(), 4);
+    return result + offsets + std::string(6, '\0') + number(4, 1) + number(2, 1)
+           + number(objects.size() + furtherNumbers, 8) + number(0, 8) + number(tableStart, 8);
 }
 
 constexpr NSPropertyListMutabilityOptions everyOption[] = {
@@ -144,7 +147,28 @@ TEST_F(BinaryPropertyListSharingTest, AValueOfAnEqualKeyIsStillThereInItsOtherPl
         EXPECT_TRUE(as<NSObject>(readWith(list, options)).isEqual(expected));
 }
 
-TEST_F(BinaryPropertyListSharingTest, ADictionaryIsNoModelForItsOwnContents) {
+// A value may be a container that has equal keys itself, whether it counts or not.
+TEST_F(BinaryPropertyListSharingTest, ValuesOfEqualKeysMayHoldEqualKeys) {
+    const std::string list =
+        document({dictionary({1, 2, 1, 3}, {4, 5, 5, 4}), letter('k'), letter('l'), letter('k'),
+                  dictionary({1, 3}, {6, 7}), array({8}), letter('a'), array({8, 6}), letter('b')});
+    const NSArray inner = NSArray::arrayOf("b"_ns, "a"_ns);
+    const NSMutableDictionary expected = NSMutableDictionary::dictionary();
+    expected.setObject_forKey(NSDictionary::dictionaryWithObject_forKey(inner, "k"_ns), "k"_ns);
+    expected.setObject_forKey(NSArray::arrayOf("b"_ns), "l"_ns);
+    for (const auto options : everyOption)
+        EXPECT_TRUE(as<NSObject>(readWith(list, options)).isEqual(expected));
+}
+
+// What was made up to then goes with it.
+TEST_F(BinaryPropertyListSharingTest, AListThatIsRefusedAmongEqualKeysIsRefusedWhole) {
+    const std::string list = document(
+        {dictionary({1, 1, 2}, {3, 4, 9}), letter('k'), letter('l'), dictionary({1, 1}, {2, 2}), array({3})});
+    for (const auto options : everyOption)
+        EXPECT_EQ(refusal(list, options).find("Reference to an object that is not there in object 0"), 0u);
+}
+
+TEST_F(BinaryPropertyListSharingTest, DictionariesInsideEachOtherMayHaveTheSameKeys) {
     const std::string list = document(
         {dictionary({2}, {1}), dictionary({2}, {3}), letter('k'), dictionary({2}, {4}), letter('v')});
     const auto nested = [](NSObject inner) {
@@ -211,6 +235,24 @@ TEST_F(BinaryPropertyListSharingTest, TheReferenceThatIsOneTooManyIsNamed) {
         EXPECT_EQ(refusal(document(objects), options),
                   "Too many references to shared objects in object 4 at offset " + lastReference);
     EXPECT_EQ(refusal(document(objects), NSPropertyListImmutable), "(read)");
+}
+
+// The same bytes under several numbers are several objects, of which a small document can have many.
+TEST_F(BinaryPropertyListSharingTest, ObjectsThatLieOverEachOtherHoldNoMoreThanCopiesMay) {
+    const std::vector<std::string> objects = {array(References(1, 4)), letter('x'), array({2}), array({3}),
+                                              array(References(50'000, 1))};
+    const auto listOf = [&](std::uint64_t count) {
+        std::vector<std::string> list = objects;
+        References numbers;
+        for (std::uint64_t index = 0; index < count; ++index) numbers.push_back(4 + index);
+        list[0] = array(numbers);
+        return document(list, count - 1);
+    };
+    // 22 times 50,000 are fewer than 2^20 and the bytes of the document, 23 times are more.
+    for (const auto options : everyOption) {
+        EXPECT_EQ(as<NSArray>(readWith(listOf(22), options)).count(), 22u);
+        EXPECT_EQ(refusal(listOf(23), options).find("Too many references to shared objects in object 2"), 0u);
+    }
 }
 
 // A list in which much is shared, and then something that is refused.

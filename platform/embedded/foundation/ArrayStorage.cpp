@@ -40,6 +40,11 @@ void ArrayStorage::allocate(NSUInteger wanted) {
     capacity = wanted;
 }
 
+void ArrayStorage::fillWithNil(NSUInteger places) {
+    std::fill_n(items, places, NSObject());
+    count = places;
+}
+
 void ArrayStorage::reserve(NSUInteger wanted) {
     if (wanted <= capacity) return;
     const NSUInteger grown = std::max({wanted, capacity + capacity / 2, NSUInteger{4}});
@@ -85,10 +90,10 @@ ArrayItems::ArrayItems(NSArray array) {
 
 Retained<NSArray> newArrayWithRoom(NSUInteger count) {
     if (count > std::numeric_limits<std::size_t>::max() / (2 * sizeof(NSObject))) throw std::bad_alloc();
-    Retained<NSArray> array =
-        adopt(NSArray(createInstance(NSArray::classObject(), count * sizeof(NSObject))));
-    storageOf<ArrayStorage>(array).items = static_cast<NSObject*>(extraBytesOf(array.object()));
-    return array;
+    const auto [array, storage, space] =
+        createInstanceWith<ArrayStorage>("NSArray"_class, count * sizeof(NSObject));
+    storage.items = static_cast<NSObject*>(space);
+    return adopt(NSArray(array));
 }
 
 Retained<NSArray> newArray(const NSObject* items, NSUInteger count) {
@@ -99,10 +104,16 @@ Retained<NSArray> newArray(const NSObject* items, NSUInteger count) {
     return array;
 }
 
-Retained<NSMutableArray> newMutableArray(const NSObject* items, NSUInteger count) {
-    Retained<NSMutableArray> array = adopt(NSMutableArray(createInstance(NSMutableArray::classObject())));
-    ArrayStorage& storage = storageOf<ArrayStorage>(array);
+Retained<NSMutableArray> newMutableArrayWithRoom(NSUInteger count) {
+    const auto [object, storage, _] = createInstanceWith<ArrayStorage>("NSMutableArray"_class);
+    Retained<NSMutableArray> array = adopt(NSMutableArray(object));
     storage.allocate(count);
+    return array;
+}
+
+Retained<NSMutableArray> newMutableArray(const NSObject* items, NSUInteger count) {
+    Retained<NSMutableArray> array = newMutableArrayWithRoom(count);
+    ArrayStorage& storage = storageOf<ArrayStorage>(array);
     copyRetained(items, count, storage.items);
     storage.count = count;
     return array;

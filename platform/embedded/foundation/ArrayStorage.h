@@ -23,6 +23,9 @@ struct ArrayStorage {
     void reserve(NSUInteger wanted);
     // Makes room for exactly that many in an array that has none.
     void allocate(NSUInteger wanted);
+    // Puts nil in every place of an array that is empty and has room for as many, to be replaced by the
+    // caller before anybody sees the array.
+    void fillWithNil(NSUInteger places);
     // Puts an object at an index within bounds, taking over a reference to it.
     void insert(NSObject owned, NSUInteger index);
     // Takes out the object at an index within bounds, handing its reference to the caller.
@@ -64,6 +67,8 @@ private:
 
 // A new array without items, with room behind it for as many as it will ever have.
 Retained<NSArray> newArrayWithRoom(NSUInteger count);
+// A new mutable array without items that has room for as many.
+Retained<NSMutableArray> newMutableArrayWithRoom(NSUInteger count);
 // New arrays of items that are not nil, retained by the array.
 Retained<NSArray> newArray(const NSObject* items, NSUInteger count);
 Retained<NSMutableArray> newMutableArray(const NSObject* items, NSUInteger count);

@@ -1,5 +1,6 @@
 #include "platform/embedded/foundation/DictionaryStorage.h"
 #include "platform/embedded/foundation/StringStorage.h"
+#include "platform/embedded/runtime/ReferenceCounting.h"
 #include "platform/services/HashSeed.h"
 
 #include "TessarinPlatform/Exceptions.h"
@@ -9,6 +10,7 @@
 #include <cstdlib>
 #include <limits>
 #include <new>
+#include <span>
 #include <stdexcept>
 #include <utility>
 
@@ -140,10 +142,23 @@ void DictionaryStorage::makeRoom() {
 
 void DictionaryStorage::makePlace(NSUInteger hash) {
     makeRoom();
-    if (!slots_) return;
+    if (slots_) takeSlot(hash);
+}
+
+void DictionaryStorage::takeSlot(NSUInteger hash) {
     std::size_t slot = slotOf(hash);
     while (slots_[slot] != 0) slot = (slot + 1) & (slotCount() - 1);
     slots_[slot] = size_ + 1;
+}
+
+void DictionaryStorage::fillWithKeys(const DictionaryStorage& model) {
+    for (const DictionaryEntry& entry : std::span(model.entries_, model.size_)) {
+        addUnsharedReference(entry.key.object());
+        if (slots_) takeSlot(entry.hash);
+        std::construct_at(entries_ + size_++, DictionaryEntry{entry.hash, entry.key, nil});
+    }
+    count_ = size_;
+    ++mutations;
 }
 
 NSObject DictionaryStorage::replaceObject(std::size_t index, NSObject object) {
@@ -172,9 +187,10 @@ void DictionaryStorage::swapEntries(DictionaryStorage& other) {
 
 Retained<NSDictionary> newDictionaryWithRoom(std::size_t entries) {
     if (entries > mostEntries) throw std::length_error("too many dictionary entries");
-    Retained<NSDictionary> dictionary =
-        adopt(NSDictionary(createInstance(NSDictionary::classObject(), entries * sizeof(DictionaryEntry))));
-    storageOf<DictionaryStorage>(dictionary).reserveInline(extraBytesOf(dictionary.object()), entries);
+    const auto [object, storage, space] =
+        createInstanceWith<DictionaryStorage>("NSDictionary"_class, entries * sizeof(DictionaryEntry));
+    Retained<NSDictionary> dictionary = adopt(NSDictionary(object));
+    storage.reserveInline(space, entries);
     return dictionary;
 }
 

@@ -64,6 +64,12 @@ public:
         ++count_;
         ++mutations;
     }
+    // Fills a table that is empty and has room with the keys of another one from which nothing was removed,
+    // and that nobody else has seen yet. The objects are nil, to be replaced by the caller before anybody
+    // sees the dictionary.
+    void fillWithKeys(const DictionaryStorage& model);
+    // The entries, to be given such objects.
+    DictionaryEntry* entriesToFill() { return entries_; }
     // Takes an object's place, handing the reference to the old one to the caller.
     NSObject replaceObject(std::size_t index, NSObject object);
     // Takes an entry out, handing its references to the caller.
@@ -88,6 +94,8 @@ private:
     void makeRoom();
     // Makes room for one more entry, and a slot that says where it will be.
     void makePlace(NSUInteger hash);
+    // Notes in the first free slot for the hash that its entry is the one after the last.
+    void takeSlot(NSUInteger hash);
 
     DictionaryEntry* entries_ = nullptr;     // in order of insertion
     std::unique_ptr<std::uint32_t[]> slots_; // index of an entry + 1, or 0; none while the table is small

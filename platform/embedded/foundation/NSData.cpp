@@ -205,12 +205,11 @@ void DataStorage::append(std::span<const std::byte> added) {
 }
 
 Retained<NSData> newData(std::span<const std::byte> bytes) {
-    Retained<NSData> data = adopt(NSData(createInstance(NSData::classObject(), bytes.size())));
-    DataStorage& storage = storageOf(data);
-    storage.bytes = static_cast<std::byte*>(extraBytesOf(data.object()));
+    const auto [data, storage, space] = createInstanceWith<DataStorage>("NSData"_class, bytes.size());
+    storage.bytes = static_cast<std::byte*>(space);
     storage.length = bytes.size();
     std::copy(bytes.begin(), bytes.end(), storage.bytes);
-    return data;
+    return adopt(NSData(data));
 }
 
 ClassDescription describeNSData() {

@@ -141,9 +141,9 @@ NSString description(NSDate self, SEL) {
 } // namespace
 
 Retained<NSDate> newDate(NSTimeInterval sinceReferenceDate) {
-    Retained<NSDate> date = adopt(NSDate(createInstance(NSDate::classObject())));
-    storageOf<DateStorage>(date).sinceReferenceDate = sinceReferenceDate;
-    return date;
+    const auto [date, storage, _] = createInstanceWith<DateStorage>("NSDate"_class);
+    storage.sinceReferenceDate = sinceReferenceDate;
+    return adopt(NSDate(date));
 }
 
 ClassDescription describeNSDate() {

@@ -44,7 +44,7 @@ Retained<NSObject> PropertyListObjects::string(std::u16string_view units, bool i
 }
 
 Retained<NSObject> PropertyListObjects::asciiString(std::string_view ascii, bool isKey) const {
-    if (isKey || !hasMutableLeaves()) return newString(StringView(ascii));
+    if (isKey || !hasMutableLeaves()) return newAsciiString(ascii);
     return adopt(NSObject(NSMutableString::alloc().initWithBytes_length_encoding(ascii.data(), ascii.size(),
                                                                                  NSUTF8StringEncoding)));
 }
@@ -65,40 +65,49 @@ Retained<NSObject> PropertyListObjects::unsignedInteger(std::uint64_t value) {
 Retained<NSObject> PropertyListObjects::boolean(bool value) {
     return newNumber(NumberValue::ofBoolean(value));
 }
-Retained<NSObject> PropertyListObjects::real(double value) { return newNumber(NumberValue::ofDouble(value)); }
+Retained<NSObject> PropertyListObjects::real(double value) {
+    return newUncommonNumber(NumberValue::ofDouble(value));
+}
 Retained<NSObject> PropertyListObjects::singleReal(float value) {
-    return newNumber(NumberValue::ofFloat(value));
+    return newUncommonNumber(NumberValue::ofFloat(value));
 }
 
 Retained<NSObject> PropertyListObjects::date(NSTimeInterval sinceReferenceDate) {
     return newDate(sinceReferenceDate);
 }
 
+Retained<NSArray> PropertyListObjects::newArray(std::size_t count) const {
+    if (hasMutableContainers()) return newMutableArrayWithRoom(count);
+    return newArrayWithRoom(count);
+}
+
 Retained<NSObject> PropertyListObjects::array(std::span<Retained<NSObject>> items) const {
-    if (!hasMutableContainers())
-        return newArrayOfNew(items.size(), [&](std::size_t index) { return std::move(items[index]); });
-    Retained<NSObject> array = adopt(NSObject(createInstance(NSMutableArray::classObject())));
+    Retained<NSArray> array = newArray(items.size());
     ArrayStorage& storage = storageOf<ArrayStorage>(array);
-    storage.allocate(items.size());
     for (Retained<NSObject>& item : items) storage.items[storage.count++] = item.leak();
+    return array;
+}
+
+Retained<NSArray> PropertyListObjects::arrayToFill(std::size_t count) const {
+    Retained<NSArray> array = newArray(count);
+    storageOf<ArrayStorage>(array).fillWithNil(count);
     return array;
 }
 
 Retained<NSDictionary> PropertyListObjects::newDictionary(std::size_t count) const {
     if (!hasMutableContainers()) return newDictionaryWithRoom(count);
-    Retained<NSDictionary> dictionary =
-        adopt(NSDictionary(createInstance(NSMutableDictionary::classObject())));
-    storageOf<DictionaryStorage>(dictionary).reserve(count);
+    const auto [object, storage, _] = createInstanceWith<DictionaryStorage>("NSMutableDictionary"_class);
+    Retained<NSDictionary> dictionary = adopt(NSDictionary(object));
+    storage.reserve(count);
     return dictionary;
 }
 
-Retained<NSObject> PropertyListObjects::dictionary(Retained<NSObject>* keys, Retained<NSObject>* values,
-                                                   std::size_t count, std::size_t step) const {
-    Retained<NSDictionary> dictionary = newDictionary(count);
+Retained<NSObject> PropertyListObjects::dictionary(std::span<Retained<NSObject>> keysAndValues) const {
+    Retained<NSDictionary> dictionary = newDictionary(keysAndValues.size() / 2);
     DictionaryStorage& storage = storageOf<DictionaryStorage>(dictionary);
-    for (std::size_t index = 0; index < count; ++index) {
-        Retained<NSObject>& key = keys[index * step];
-        Retained<NSObject>& value = values[index * step];
+    for (std::size_t index = 0; index < keysAndValues.size(); index += 2) {
+        Retained<NSObject>& key = keysAndValues[index];
+        Retained<NSObject>& value = keysAndValues[index + 1];
         const NSUInteger hash = key.hash();
         const std::size_t found = findEntry(dictionary, key, hash);
         if (found == DictionaryStorage::notFound) {
@@ -110,15 +119,20 @@ Retained<NSObject> PropertyListObjects::dictionary(Retained<NSObject>* keys, Ret
     return dictionary;
 }
 
-Retained<NSObject> PropertyListObjects::dictionary(NSDictionary other, Retained<NSObject>* values) const {
-    const DictionaryStorage& model = storageOf<DictionaryStorage>(other);
-    Retained<NSDictionary> dictionary = newDictionary(model.count());
-    DictionaryStorage& storage = storageOf<DictionaryStorage>(dictionary);
-    for (std::size_t index = 0; index < model.count(); ++index) {
-        const DictionaryEntry& entry = model.entry(index);
-        addUnsharedReference(entry.key.object());
-        storage.append(entry.hash, entry.key, values[index].leak());
+Retained<NSDictionary> PropertyListObjects::dictionaryToFill(std::span<Retained<NSObject>> keys) const {
+    Retained<NSDictionary> dictionary = newDictionary(keys.size());
+    for (Retained<NSObject>& key : keys) {
+        const NSUInteger hash = key.hash();
+        if (findEntry(dictionary, key, hash) == DictionaryStorage::notFound)
+            storageOf<DictionaryStorage>(dictionary).append(hash, key.leak(), nil);
     }
+    return dictionary;
+}
+
+Retained<NSDictionary> PropertyListObjects::dictionaryToFill(NSDictionary model) const {
+    const DictionaryStorage& modelStorage = storageOf<DictionaryStorage>(model);
+    Retained<NSDictionary> dictionary = newDictionary(modelStorage.count());
+    storageOf<DictionaryStorage>(dictionary).fillWithKeys(modelStorage);
     return dictionary;
 }
 

@@ -36,24 +36,23 @@ public:
 
     // Containers take over the references to what they hold, which leaves nil there.
     Retained<NSObject> array(std::span<Retained<NSObject>> items) const;
-    // Every `step`th object from `keys` on is a key, that of the value at the same place from `values` on. Of
-    // equal keys the last counts, and what does not is left where it was. Keys are strings that this has
-    // made.
-    Retained<NSObject> dictionary(Retained<NSObject>* keys, Retained<NSObject>* values, std::size_t count,
-                                  std::size_t step) const;
-    // Key, value, key, value, ...
-    Retained<NSObject> dictionary(std::span<Retained<NSObject>> keysAndValues) const {
-        Retained<NSObject>* const keys = keysAndValues.data();
-        return dictionary(keys, keys ? keys + 1 : keys, keysAndValues.size() / 2, 2);
-    }
+    // Key, value, key, value, ... The keys are strings that this has made. Of equal keys the last counts, and
+    // what does not is left where it was.
+    Retained<NSObject> dictionary(std::span<Retained<NSObject>> keysAndValues) const;
 
-    // A dictionary with the keys of another, both made here, and values for them in the same order. The other
-    // has had no other owner yet.
-    Retained<NSObject> dictionary(NSDictionary other, Retained<NSObject>* values) const;
+    // Containers to be filled: the places in their storage hold nil until the caller, who lets nobody see
+    // them before, puts an object there that it owns.
+    Retained<NSArray> arrayToFill(std::size_t count) const;
+    // A key that equals one before it is left where it was.
+    Retained<NSDictionary> dictionaryToFill(std::span<Retained<NSObject>> keys) const;
+    // With the keys of another one that was made to be filled, in the same order, which has had no other
+    // owner yet.
+    Retained<NSDictionary> dictionaryToFill(NSDictionary model) const;
 
 private:
     Retained<NSObject> key(std::string_view utf8);
-    // Empty, with room for as many entries.
+    // Empty, with room for as many items or entries.
+    Retained<NSArray> newArray(std::size_t count) const;
     Retained<NSDictionary> newDictionary(std::size_t count) const;
 
     NSPropertyListMutabilityOptions mutability_;

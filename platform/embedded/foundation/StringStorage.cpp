@@ -243,13 +243,16 @@ Retained<NSString> newString(StringView contents) {
                                    [&](std::uint8_t* units) { copyUnits(contents, units, false, 0); });
 }
 
+Retained<NSString> newAsciiString(std::string_view ascii) {
+    if (ascii.empty()) return retain(""_ns);
+    return newString<std::uint8_t>(
+        ascii.size(), [&](std::uint8_t* units) { std::memcpy(units, ascii.data(), ascii.size()); });
+}
+
 Retained<NSString> newStringFromUtf8(std::string_view text) {
-    if (!text.empty() && utf8::isAscii(text))
-        return newString<std::uint8_t>(
-            text.size(), [&](std::uint8_t* units) { std::memcpy(units, text.data(), text.size()); });
+    if (utf8::isAscii(text)) return newAsciiString(text);
     const utf8::Measure measure = utf8::measure(text);
     if (!measure.wellFormed) return nil;
-    if (measure.units == 0) return retain(""_ns);
     if (measure.highest > 0xFF)
         return newString<char16_t>(measure.units, [&](char16_t* units) { utf8::decode(text, units); });
     return newString<std::uint8_t>(measure.units, [&](std::uint8_t* units) { utf8::decode(text, units); });

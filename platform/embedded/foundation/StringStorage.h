@@ -199,6 +199,8 @@ Retained<NSString> newString(StringView contents);
 // The same, its units written by the caller: fill(units) gets a place for `length` of them.
 template <class Unit, class Fill>
 Retained<NSString> newString(std::size_t length, Fill&& fill);
+// From text that is known to be ASCII.
+Retained<NSString> newAsciiString(std::string_view ascii);
 // From UTF-8; nil when it is ill-formed.
 Retained<NSString> newStringFromUtf8(std::string_view text);
 
@@ -226,10 +228,10 @@ std::vector<MethodRow> stringCodingMethods();
 template <class Unit, class Fill>
 Retained<NSString> newString(std::size_t length, Fill&& fill) {
     constexpr bool isWide = sizeof(Unit) > 1;
-    Retained<NSString> string =
-        adopt(NSString(createInstance("NSString"_class, StringStorage::inlineSize(length, isWide))));
-    fill(static_cast<Unit*>(
-        storageOf<StringStorage>(string).placeInline(extraBytesOf(string.object()), length, isWide)));
+    const auto [object, storage, space] =
+        createInstanceWith<StringStorage>("NSString"_class, StringStorage::inlineSize(length, isWide));
+    Retained<NSString> string = adopt(NSString(object));
+    fill(static_cast<Unit*>(storage.placeInline(space, length, isWide)));
     return string;
 }
 

@@ -8,6 +8,7 @@
 #include "TessarinPlatform/Definition.h"
 
 #include <cstddef>
+#include <cstdlib>
 #include <new>
 #include <string>
 #include <string_view>
@@ -65,6 +66,26 @@ Storage& storageOf(NSObject object) {
 Object* createInstance(Class classObject, std::size_t extraBytes = 0);
 // Where the extra bytes of an object of exactly that class begin.
 void* extraBytesOf(Object* object);
+
+// A new object whose storage and extra bytes are at hand.
+template <class Storage>
+struct Instance {
+    Object* object;
+    Storage& storage;
+    void* extraBytes;
+};
+// The same as createInstance for a class of the platform's own whose objects hold a `Storage` and nothing
+// else. Their layout being known, nothing is looked up.
+template <class Storage>
+Instance<Storage> createInstanceWith(Class classObject, std::size_t extraBytes = 0) {
+    static_assert(sizeof(Object) % alignof(std::max_align_t) == 0);
+    void* const memory = std::malloc(sizeof(Object) + sizeof(Storage) + extraBytes);
+    if (!memory) [[unlikely]]
+        throw std::bad_alloc();
+    std::byte* const place = static_cast<std::byte*>(memory) + sizeof(Object);
+    Object* const object = new (memory) Object{static_cast<ClassRecord*>(classObject.object()), {1}};
+    return {object, *new (place) Storage(), place + sizeof(Storage)};
+}
 
 // An object that lives as long as the process: retain and release do nothing.
 void makeImmortal(NSObject object);

@@ -1,0 +1,18 @@
+// What a binary property list would make, found out without making it.
+#pragma once
+
+#include "TessarinPlatform/NSPropertyListSerialization.h"
+#include "platform/embedded/foundation/BinaryPropertyListDocument.h"
+
+namespace tessarin::embedded {
+
+// How many references are followed at most: a document that shares nothing has fewer. Where each place has
+// its own mutable containers, a small document can stand for a list that no memory holds.
+inline std::size_t mostReferences(const BinaryPropertyListDocument& document) {
+    return document.size() + (std::size_t{1} << 20);
+}
+
+// Fails as reading would. What is shared is looked at once and counted for every place.
+void tryBinaryPropertyList(BinaryPropertyListDocument document, NSPropertyListMutabilityOptions mutability);
+
+} // namespace tessarin::embedded
