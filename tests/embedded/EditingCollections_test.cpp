@@ -2,6 +2,8 @@
 // message.
 #include "EditingObjects.h"
 
+#include "TessarinFoundation/NSPropertyListSerialization+TessarinExtensions.h"
+
 #include "platform/embedded/foundation/ArchivedKeys.h"
 #include "platform/embedded/foundation/XMLPropertyListWriter.h"
 
@@ -294,6 +296,48 @@ TEST_F(EditingCollectionsTest, TheAnswersOfAnArrayAreKeptUntilAllAreThere) {
     EXPECT_EQ(texts(NSArray::arrayWithArray(array)), (Texts{"text 0", "text 1", "text 2"}));
     EXPECT_EQ(texts(adopt(NSMutableArray(array.mutableCopy()))), (Texts{"text 0", "text 1", "text 2"}));
     lastAnswer.reset();
+}
+
+// Such a copy keeps its first entries behind it.
+Retained<NSMutableDictionary> newCopyOf(NSDictionary propertyList) {
+    const AutoreleasePool pool;
+    return retain(
+        as<NSMutableDictionary>(tessarin_propertyListWithMutableContainers_error(propertyList, nullptr)));
+}
+
+TEST_F(EditingCollectionsTest, ADictionaryMayGoWhileItIsEmptied) {
+    static const ClassDefinition definition{
+        {.name = "EditingCollectionsPassingObject",
+         .methods = {instanceMethod(
+             "dealloc", +[](NSObject self, SEL selector) {
+                 makeEdit();
+                 sendSuper<void>(self, "EditingCollectionsPassingObject"_class, selector);
+             })}}};
+    Retained<NSMutableDictionary> dictionary = newCopyOf(NSDictionary::dictionaryWithObjects_forKeys(
+        NSArray::arrayOf("x"_ns, "y"_ns, "z"_ns), NSArray::arrayOf("a"_ns, "b"_ns, "c"_ns)));
+    dictionary.setObject_forKey(newObject<NSObject>(definition), "a"_ns);
+    bool isGone = false;
+    edit = [&] {
+        isGone = true;
+        dictionary.reset();
+    };
+    dictionary.removeAllObjects();
+    EXPECT_TRUE(isGone);
+    EXPECT_FALSE(dictionary);
+}
+
+TEST_F(EditingCollectionsTest, ACopyThatIsEmptiedAndFilledAgainHoldsWhatWasPutThereLast) {
+    const Retained<NSMutableDictionary> dictionary = newCopyOf(NSDictionary::dictionaryWithObjects_forKeys(
+        NSArray::arrayOf("x"_ns, "y"_ns), NSArray::arrayOf("a"_ns, "b"_ns)));
+    for (int round = 0; round < 3; ++round) {
+        dictionary.removeAllObjects();
+        EXPECT_EQ(dictionary.count(), 0u);
+        for (int number = 0; number < 20; ++number)
+            dictionary.setObject_forKey(NSNumber::numberWithInt(number + round),
+                                        NSString(std::to_string(number)));
+        EXPECT_EQ(dictionary.count(), 20u);
+        EXPECT_EQ(as<NSNumber>(dictionary.objectForKey("7"_ns)).intValue(), 7 + round);
+    }
 }
 
 } // namespace

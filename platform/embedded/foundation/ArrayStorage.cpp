@@ -20,6 +20,9 @@ NSObject* resized(NSObject* buffer, NSUInteger capacity) {
     return static_cast<NSObject*>(memory);
 }
 
+// What is behind a mutable array stays there when the array outgrows it.
+constexpr NSUInteger mostInlineItems = 32;
+
 void copyRetained(const NSObject* items, NSUInteger count, NSObject* target) {
     for (NSUInteger index = 0; index < count; ++index) {
         fetchAheadOf(items, index, count);
@@ -31,13 +34,20 @@ void copyRetained(const NSObject* items, NSUInteger count, NSObject* target) {
 } // namespace
 
 ArrayStorage::~ArrayStorage() {
-    if (capacity > 0) std::free(static_cast<void*>(items));
+    if (!isInline) std::free(static_cast<void*>(items));
 }
 
 void ArrayStorage::allocate(NSUInteger wanted) {
     if (wanted <= capacity) return;
-    items = resized(capacity > 0 ? items : nullptr, wanted);
+    items = resized(isInline ? nullptr : items, wanted);
     capacity = wanted;
+    isInline = false;
+}
+
+void ArrayStorage::placeInline(void* space, NSUInteger wanted) {
+    items = static_cast<NSObject*>(space);
+    capacity = wanted;
+    isInline = true;
 }
 
 void ArrayStorage::fillWithNil(NSUInteger places) {
@@ -48,8 +58,11 @@ void ArrayStorage::fillWithNil(NSUInteger places) {
 void ArrayStorage::reserve(NSUInteger wanted) {
     if (wanted <= capacity) return;
     const NSUInteger grown = std::max({wanted, capacity + capacity / 2, NSUInteger{4}});
-    items = resized(items, grown);
+    NSObject* const buffer = resized(isInline ? nullptr : items, grown);
+    if (isInline) std::copy_n(items, count, buffer);
+    items = buffer;
     capacity = grown;
+    isInline = false;
 }
 
 void ArrayStorage::insert(NSObject owned, NSUInteger index) {
@@ -92,7 +105,7 @@ Retained<NSArray> newArrayWithRoom(NSUInteger count) {
     if (count > std::numeric_limits<std::size_t>::max() / (2 * sizeof(NSObject))) throw std::bad_alloc();
     const auto [array, storage, space] =
         createInstanceWith<ArrayStorage>("NSArray"_class, count * sizeof(NSObject));
-    storage.items = static_cast<NSObject*>(space);
+    storage.placeInline(space, count);
     return adopt(NSArray(array));
 }
 
@@ -105,9 +118,14 @@ Retained<NSArray> newArray(const NSObject* items, NSUInteger count) {
 }
 
 Retained<NSMutableArray> newMutableArrayWithRoom(NSUInteger count) {
-    const auto [object, storage, _] = createInstanceWith<ArrayStorage>("NSMutableArray"_class);
+    const bool isInline = count <= mostInlineItems;
+    const auto [object, storage, space] =
+        createInstanceWith<ArrayStorage>("NSMutableArray"_class, isInline ? count * sizeof(NSObject) : 0);
     Retained<NSMutableArray> array = adopt(NSMutableArray(object));
-    storage.allocate(count);
+    if (isInline)
+        storage.placeInline(space, count);
+    else
+        storage.allocate(count);
     return array;
 }
 

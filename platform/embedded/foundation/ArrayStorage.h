@@ -23,6 +23,8 @@ struct ArrayStorage {
     void reserve(NSUInteger wanted);
     // Makes room for exactly that many in an array that has none.
     void allocate(NSUInteger wanted);
+    // The same, the room being behind the object.
+    void placeInline(void* space, NSUInteger wanted);
     // Puts nil in every place of an array that is empty and has room for as many, to be replaced by the
     // caller before anybody sees the array.
     void fillWithNil(NSUInteger places);
@@ -33,9 +35,9 @@ struct ArrayStorage {
 
     NSObject* items = nullptr;
     NSUInteger count = 0;
-    NSUInteger capacity =
-        0; // of a buffer of its own; 0 when the items stand behind the object or there is no room
+    NSUInteger capacity = 0;
     NSUInteger mutations = 0;
+    bool isInline = false; // whether the items stand behind the object
 };
 
 // Whether an object is an array that no subclass has taken the primitive operations, count and
@@ -67,7 +69,7 @@ private:
 
 // A new array without items, with room behind it for as many as it will ever have.
 Retained<NSArray> newArrayWithRoom(NSUInteger count);
-// A new mutable array without items that has room for as many.
+// A new mutable array without items that has room for as many, behind it where they are few.
 Retained<NSMutableArray> newMutableArrayWithRoom(NSUInteger count);
 // New arrays of items that are not nil, retained by the array.
 Retained<NSArray> newArray(const NSObject* items, NSUInteger count);

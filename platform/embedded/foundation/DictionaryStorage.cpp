@@ -24,6 +24,9 @@ bool areEqualKeys(NSObject key, NSObject candidate) {
     return key.isEqual(candidate);
 }
 
+// What is behind a mutable dictionary stays there when the dictionary outgrows it.
+constexpr std::size_t mostInlineEntries = 16;
+
 constexpr std::size_t mostEntries = std::numeric_limits<std::uint32_t>::max() - 1;
 
 // Entries may be moved as bytes, which makes growing a large table cheap.
@@ -191,6 +194,18 @@ Retained<NSDictionary> newDictionaryWithRoom(std::size_t entries) {
         createInstanceWith<DictionaryStorage>("NSDictionary"_class, entries * sizeof(DictionaryEntry));
     Retained<NSDictionary> dictionary = adopt(NSDictionary(object));
     storage.reserveInline(space, entries);
+    return dictionary;
+}
+
+Retained<NSMutableDictionary> newMutableDictionaryWithRoom(std::size_t entries) {
+    const bool isInline = entries <= mostInlineEntries;
+    const auto [object, storage, space] = createInstanceWith<DictionaryStorage>(
+        "NSMutableDictionary"_class, isInline ? entries * sizeof(DictionaryEntry) : 0);
+    Retained<NSMutableDictionary> dictionary = adopt(NSMutableDictionary(object));
+    if (isInline)
+        storage.reserveInline(space, entries);
+    else
+        storage.reserve(entries);
     return dictionary;
 }
 

@@ -117,6 +117,8 @@ inline bool hasDictionaryStorage(NSObject object) {
 
 // A new dictionary without entries, with room behind it for as many as it will ever have.
 Retained<NSDictionary> newDictionaryWithRoom(std::size_t entries);
+// A new mutable dictionary without entries that has room for as many, behind it where they are few.
+Retained<NSMutableDictionary> newMutableDictionaryWithRoom(std::size_t entries);
 
 // The entry of a key in a dictionary with storage of its own, or notFound. The key is sent hash and isEqual:;
 // whatever these raise passes through, and one that changes the dictionary is refused.

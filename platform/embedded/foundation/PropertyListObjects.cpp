@@ -95,11 +95,8 @@ Retained<NSArray> PropertyListObjects::arrayToFill(std::size_t count) const {
 }
 
 Retained<NSDictionary> PropertyListObjects::newDictionary(std::size_t count) const {
-    if (!hasMutableContainers()) return newDictionaryWithRoom(count);
-    const auto [object, storage, _] = createInstanceWith<DictionaryStorage>("NSMutableDictionary"_class);
-    Retained<NSDictionary> dictionary = adopt(NSDictionary(object));
-    storage.reserve(count);
-    return dictionary;
+    if (hasMutableContainers()) return newMutableDictionaryWithRoom(count);
+    return newDictionaryWithRoom(count);
 }
 
 Retained<NSObject> PropertyListObjects::dictionary(std::span<Retained<NSObject>> keysAndValues) const {

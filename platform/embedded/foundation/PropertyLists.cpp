@@ -51,17 +51,19 @@ Retained<NSObject> PropertyListStorage::newMutableContainer(NSObject source, Pro
         const ArrayItems items{as<NSArray>(source)};
         return newMutableArray(items.data(), items.size());
     }
-    Retained<NSMutableDictionary> copy =
-        adopt(NSMutableDictionary(createInstance(NSMutableDictionary::classObject())));
-    const bool hasStorage = hasDictionaryStorage(source);
-    if (hasStorage && hasPlainKeys(storageOf<DictionaryStorage>(source))) {
-        storageOf<DictionaryStorage>(copy).copyFrom(as<NSDictionary>(source));
-    } else {
-        // Keys of an application's own string class may be equal as plain strings. Then the last counts, as
-        // it does in reading.
-        for (const auto& [key, object] : DictionaryEntries(as<NSDictionary>(source)))
-            setEntry(copy, object, newPlainString(key));
+    if (hasDictionaryStorage(source)) {
+        const DictionaryStorage& storage = storageOf<DictionaryStorage>(source);
+        if (hasPlainKeys(storage)) {
+            Retained<NSMutableDictionary> copy = newMutableDictionaryWithRoom(storage.count());
+            storageOf<DictionaryStorage>(copy).copyFrom(as<NSDictionary>(source));
+            return copy;
+        }
     }
+    // Keys of an application's own string class may be equal as plain strings. Then the last counts, as it
+    // does in reading.
+    const DictionaryEntries entries(as<NSDictionary>(source));
+    Retained<NSMutableDictionary> copy = newMutableDictionaryWithRoom(entries.size());
+    for (const auto& [key, object] : entries) setEntry(copy, object, newPlainString(key));
     return copy;
 }
 
