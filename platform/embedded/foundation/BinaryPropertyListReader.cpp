@@ -87,7 +87,7 @@ private:
     std::vector<Retained<NSObject>> keys_; // of the dictionary that is being opened
     std::array<Model, 16> models_{};
     std::vector<EqualKeys> equalKeys_;
-    std::vector<Retained<NSObject>> leftOutKeys_; // likewise held
+    std::vector<Retained<NSObject>> leftOutKeys_; // equal ones, held since other places may refer to them
     std::size_t references_ = 0;                  // of the containers that were opened
     std::size_t untriedReferences_;               // that are followed without a trial
 };
