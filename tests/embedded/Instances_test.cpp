@@ -1,6 +1,7 @@
 // The layout of objects that are made without looking it up in their classes.
 #include "PlatformTest.h"
 
+#include "platform/embedded/appkit/ColorStorage.h"
 #include "platform/embedded/foundation/ArrayStorage.h"
 #include "platform/embedded/foundation/DataStorage.h"
 #include "platform/embedded/foundation/DateStorage.h"
@@ -33,6 +34,7 @@ TEST_F(InstancesTest, ObjectsThatAreMadeDirectlyAreThoseOfTheirClasses) {
     expectLayout<embedded::ArrayStorage>("NSMutableArray"_class);
     expectLayout<embedded::DictionaryStorage>("NSDictionary"_class);
     expectLayout<embedded::DictionaryStorage>("NSMutableDictionary"_class);
+    expectLayout<embedded::ColorStorage>("NSColor"_class);
 }
 
 } // namespace

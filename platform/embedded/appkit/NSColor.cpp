@@ -21,7 +21,9 @@ using enum ColorSpaceKind;
 
 // ---- Making
 
-Retained<NSColor> newColor() { return adopt(NSColor(createInstance("NSColor"_class))); }
+Retained<NSColor> newColor() {
+    return adopt(NSColor(createInstanceWith<ColorStorage>("NSColor"_class).object));
+}
 
 Retained<NSColor> newColor(ColorSpaceKind space, const ColorComponents& components, CGFloat alpha) {
     Retained<NSColor> color = newColor();

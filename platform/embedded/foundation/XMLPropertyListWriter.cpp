@@ -43,6 +43,11 @@ private:
         Part part;
         NSObject object;
     };
+    struct Entry {
+        NSObject key;
+        NSObject object;
+        Contents text; // the key's
+    };
 
     void appendValue(NSObject object);
     void appendArray(NSObject array);
@@ -53,13 +58,14 @@ private:
     void appendDateElement(NSDate date);
     void appendDataElement(NSData data);
     void appendUID(std::uint32_t value);
-    void appendTextElement(std::string_view name, StringView text);
-    void appendIndentation() { document_.append(std::min(depth_, maximumIndentation), '\t'); }
+    void appendTextElement(std::string_view startTag, StringView text, std::string_view endTag);
     void appendEscaped(std::string_view text);
-    void appendLine(std::string_view line);
+    // A line that has nothing else ends with the text, whose last character then is a line feed.
+    void beginLine(std::string_view text);
 
     std::string document_;
     std::vector<Pending> pending_; // what is still to be written, the next last
+    std::vector<Entry> entries_;   // of the dictionary whose turn it is
     std::vector<Retained<NSObject>> held_;
     bool holds_ = false;
     PropertyListKinds<PropertyListStorage> kinds_;
@@ -79,15 +85,15 @@ std::string Writer::write(NSObject propertyList) {
             appendValue(object);
             break;
         case Part::key:
-            appendTextElement("key", contentsOf(as<NSString>(object)));
+            appendTextElement("<key>", contentsOf(as<NSString>(object)), "</key>\n");
             break;
         case Part::arrayEnd:
             --depth_;
-            appendLine("</array>");
+            beginLine("</array>\n");
             break;
         case Part::dictionaryEnd:
             --depth_;
-            appendLine("</dict>");
+            beginLine("</dict>\n");
             break;
         }
     }
@@ -102,7 +108,7 @@ void Writer::appendValue(NSObject object) {
     if (PropertyListStorage::isForeign(object, kind)) holdAll(object);
     switch (kind) {
     case PropertyListKind::string:
-        return appendTextElement("string", contentsOf(as<NSString>(object)));
+        return appendTextElement("<string>", contentsOf(as<NSString>(object)), "</string>\n");
     case PropertyListKind::number:
         return appendNumber(as<NSNumber>(object));
     case PropertyListKind::array:
@@ -146,20 +152,15 @@ void Writer::appendArray(NSObject array) {
     }
     if (pending_.size() == begin + 1) {
         pending_.pop_back();
-        return appendLine("<array/>");
+        return beginLine("<array/>\n");
     }
-    appendLine("<array>");
+    beginLine("<array>\n");
     ++depth_;
     std::reverse(pending_.begin() + static_cast<std::ptrdiff_t>(begin) + 1, pending_.end());
 }
 
 void Writer::appendDictionary(NSObject dictionary) {
-    struct Entry {
-        NSObject key;
-        NSObject object;
-        Contents text; // the key's
-    };
-    std::vector<Entry> entries;
+    entries_.clear();
     PropertyListStorage::Contents contents(dictionary, PropertyListKind::dictionary);
     NSObject key, object;
     bool hasForeignKey = false;
@@ -167,25 +168,25 @@ void Writer::appendDictionary(NSObject dictionary) {
         hold(key);
         hold(object);
         if (!holds_ && PropertyListStorage::isForeign(key, PropertyListKind::string)) hasForeignKey = true;
-        entries.push_back({key, object, Contents(StringView())});
+        entries_.push_back({key, object, Contents(StringView())});
     }
-    if (entries.empty()) return appendLine("<dict/>");
+    if (entries_.empty()) return beginLine("<dict/>\n");
     if (hasForeignKey) {
         holdAll(dictionary);
-        for (const Entry& entry : entries) {
+        for (const Entry& entry : entries_) {
             hold(entry.key);
             hold(entry.object);
         }
     }
-    for (Entry& entry : entries) entry.text = steadyContentsOf(as<NSString>(entry.key));
+    for (Entry& entry : entries_) entry.text = steadyContentsOf(as<NSString>(entry.key));
     // By 16-bit units, and from the last to the first since what is pushed last is written first.
-    std::ranges::sort(entries, [](const Entry& left, const Entry& right) {
+    std::ranges::sort(entries_, [](const Entry& left, const Entry& right) {
         return compareUnits(left.text, right.text) == NSOrderedDescending;
     });
-    appendLine("<dict>");
+    beginLine("<dict>\n");
     ++depth_;
     pending_.push_back({Part::dictionaryEnd, nil});
-    for (const Entry& entry : entries) {
+    for (const Entry& entry : entries_) {
         pending_.push_back({Part::value, entry.object});
         pending_.push_back({Part::key, entry.key});
     }
@@ -193,10 +194,9 @@ void Writer::appendDictionary(NSObject dictionary) {
 
 void Writer::appendNumber(NSNumber number) {
     const NumberValue value = valueInPropertyList(number);
-    if (value.kind == NumberKind::boolean) return appendLine(value.integer != 0 ? "<true/>" : "<false/>");
-    appendIndentation();
+    if (value.kind == NumberKind::boolean) return beginLine(value.integer != 0 ? "<true/>\n" : "<false/>\n");
     if (value.isReal()) {
-        document_ += "<real>";
+        beginLine("<real>");
         appendReal(document_, value.real);
         document_ += "</real>\n";
         return;
@@ -206,14 +206,13 @@ void Writer::appendNumber(NSNumber number) {
         value.kind == NumberKind::uint64
             ? std::to_chars(digits, digits + sizeof digits, static_cast<std::uint64_t>(value.integer))
             : std::to_chars(digits, digits + sizeof digits, value.integer);
-    document_ += "<integer>";
+    beginLine("<integer>");
     document_.append(digits, end);
     document_ += "</integer>\n";
 }
 
 void Writer::appendDateElement(NSDate date) {
-    appendIndentation();
-    document_ += "<date>";
+    beginLine("<date>");
     if (!appendDate(document_, date.timeIntervalSinceReferenceDate()))
         throw PropertyListProblem("dates in XML must be finite and not more than 2^53 seconds away");
     document_ += "</date>\n";
@@ -223,29 +222,28 @@ void Writer::appendDateElement(NSDate date) {
 void Writer::appendDataElement(NSData data) {
     const std::size_t tabs = std::min<std::size_t>(depth_, 8);
     const auto* const bytes = static_cast<const char*>(data.bytes());
-    appendLine("<data>");
+    beginLine("<data>\n");
     appendData(document_, std::string_view(bytes, data.length()), std::string(tabs, '\t'), 76 - 8 * tabs);
-    appendLine("</data>");
+    beginLine("</data>\n");
 }
 
 // XML has no form of its own for them: the platform writes a dictionary of one key.
 void Writer::appendUID(std::uint32_t value) {
-    appendLine("<dict>");
+    beginLine("<dict>\n");
     ++depth_;
-    appendLine("<key>CF$UID</key>");
-    appendLine("<integer>" + std::to_string(value) + "</integer>");
+    beginLine("<key>CF$UID</key>\n");
+    beginLine("<integer>" + std::to_string(value) + "</integer>\n");
     --depth_;
-    appendLine("</dict>");
+    beginLine("</dict>\n");
 }
 
-void Writer::appendTextElement(std::string_view name, StringView text) {
-    appendIndentation();
-    document_.append("<").append(name).append(">");
+void Writer::appendTextElement(std::string_view startTag, StringView text, std::string_view endTag) {
+    beginLine(startTag);
     if (isAscii(text))
         appendEscaped({reinterpret_cast<const char*>(text.narrow()), text.length()});
     else
         appendEscaped(utf8Of(text));
-    document_.append("</").append(name).append(">\n");
+    document_ += endTag;
 }
 
 void Writer::appendEscaped(std::string_view text) {
@@ -260,10 +258,9 @@ void Writer::appendEscaped(std::string_view text) {
     document_ += text.substr(begin);
 }
 
-void Writer::appendLine(std::string_view line) {
-    appendIndentation();
-    document_ += line;
-    document_ += '\n';
+void Writer::beginLine(std::string_view text) {
+    document_.append(std::min(depth_, maximumIndentation), '\t');
+    document_ += text;
 }
 
 } // namespace
