@@ -38,9 +38,14 @@ ArrayStorage::~ArrayStorage() {
 }
 
 void ArrayStorage::allocate(NSUInteger wanted) {
-    if (wanted <= capacity) return;
-    items = resized(isInline ? nullptr : items, wanted);
-    capacity = wanted;
+    if (wanted > capacity) moveItems(wanted);
+}
+
+void ArrayStorage::moveItems(NSUInteger newCapacity) {
+    NSObject* const buffer = resized(isInline ? nullptr : items, newCapacity);
+    if (isInline) std::copy_n(items, count, buffer);
+    items = buffer;
+    capacity = newCapacity;
     isInline = false;
 }
 
@@ -56,13 +61,7 @@ void ArrayStorage::fillWithNil(NSUInteger places) {
 }
 
 void ArrayStorage::reserve(NSUInteger wanted) {
-    if (wanted <= capacity) return;
-    const NSUInteger grown = std::max({wanted, capacity + capacity / 2, NSUInteger{4}});
-    NSObject* const buffer = resized(isInline ? nullptr : items, grown);
-    if (isInline) std::copy_n(items, count, buffer);
-    items = buffer;
-    capacity = grown;
-    isInline = false;
+    if (wanted > capacity) moveItems(std::max({wanted, capacity + capacity / 2, NSUInteger{4}}));
 }
 
 void ArrayStorage::insert(NSObject owned, NSUInteger index) {

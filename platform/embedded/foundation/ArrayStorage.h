@@ -38,6 +38,10 @@ struct ArrayStorage {
     NSUInteger capacity = 0;
     NSUInteger mutations = 0;
     bool isInline = false; // whether the items stand behind the object
+
+private:
+    // Into a buffer of that capacity, which all of them fit into.
+    void moveItems(NSUInteger newCapacity);
 };
 
 // Whether an object is an array that no subclass has taken the primitive operations, count and

@@ -36,26 +36,26 @@ Retained<NSObject> BinaryPropertyListLeaves::make(Header header, bool isKey) {
         if (header.low == falseByte || header.low == trueByte)
             return PropertyListObjects::boolean(header.low == trueByte);
         break;
-    case binaryPropertyList::integer:
-        return integer(header);
-    case binaryPropertyList::real:
+    case integer:
+        return newInteger(header);
+    case real:
     case date:
-        return real(header);
-    case binaryPropertyList::data:
-        return data(header);
-    case binaryPropertyList::asciiString:
-        return asciiString(header, isKey);
-    case binaryPropertyList::utf16String:
-        return utf16String(header, isKey);
-    case binaryPropertyList::uid:
-        return uid(header);
+        return newReal(header);
+    case data:
+        return newData(header);
+    case asciiString:
+        return newAsciiString(header, isKey);
+    case utf16String:
+        return newUtf16String(header, isKey);
+    case uid:
+        return newUid(header);
     default:
         break;
     }
     document_.fail("Unknown kind of object");
 }
 
-Retained<NSObject> BinaryPropertyListLeaves::integer(Header header) const {
+Retained<NSObject> BinaryPropertyListLeaves::newInteger(Header header) const {
     const std::size_t size = std::size_t{1} << header.low;
     if (header.low > 4) document_.fail("Integer of a wrong size");
     if (!document_.holds(header.position, size)) document_.fail("Integer that is cut off");
@@ -69,7 +69,7 @@ Retained<NSObject> BinaryPropertyListLeaves::integer(Header header) const {
     document_.fail("Integer out of range");
 }
 
-Retained<NSObject> BinaryPropertyListLeaves::real(Header header) const {
+Retained<NSObject> BinaryPropertyListLeaves::newReal(Header header) const {
     const auto byte = static_cast<std::uint8_t>(header.marker << 4 | header.low);
     const std::size_t size = byte == floatByte ? 4 : 8;
     if (byte != floatByte && byte != doubleByte && byte != dateByte)
@@ -84,7 +84,7 @@ Retained<NSObject> BinaryPropertyListLeaves::real(Header header) const {
 }
 
 // As on the platform, any number of bytes that makes 32 bits.
-Retained<NSObject> BinaryPropertyListLeaves::uid(Header header) const {
+Retained<NSObject> BinaryPropertyListLeaves::newUid(Header header) const {
     const std::size_t size = std::size_t{header.low} + 1;
     if (size > 8) document_.fail("UID of a wrong size");
     if (!document_.holds(header.position, size)) document_.fail("UID that is cut off");
@@ -93,14 +93,14 @@ Retained<NSObject> BinaryPropertyListLeaves::uid(Header header) const {
     return newKeyedArchiverUID(static_cast<std::uint32_t>(value));
 }
 
-Retained<NSObject> BinaryPropertyListLeaves::asciiString(Header header, bool isKey) {
+Retained<NSObject> BinaryPropertyListLeaves::newAsciiString(Header header, bool isKey) {
     const std::size_t length = lengthAt(header, 1);
     const std::string_view text = document_.bytes(header.position, length);
     if (!utf8::isAscii(text)) document_.fail("String that is no ASCII");
     return objects_.asciiString(text, isKey);
 }
 
-Retained<NSObject> BinaryPropertyListLeaves::utf16String(Header header, bool isKey) {
+Retained<NSObject> BinaryPropertyListLeaves::newUtf16String(Header header, bool isKey) {
     const std::size_t length = lengthAt(header, 2);
     std::u16string units(length, u'\0');
     for (std::size_t index = 0; index < length; ++index)
@@ -108,7 +108,7 @@ Retained<NSObject> BinaryPropertyListLeaves::utf16String(Header header, bool isK
     return objects_.string(units, isKey);
 }
 
-Retained<NSObject> BinaryPropertyListLeaves::data(Header header) {
+Retained<NSObject> BinaryPropertyListLeaves::newData(Header header) {
     const std::size_t length = lengthAt(header, 1);
     return objects_.data(document_.bytes(header.position, length));
 }

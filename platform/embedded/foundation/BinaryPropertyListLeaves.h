@@ -24,12 +24,12 @@ public:
     bool count(std::size_t bytes);
 
 private:
-    Retained<NSObject> integer(Header header) const;
-    Retained<NSObject> real(Header header) const;
-    Retained<NSObject> uid(Header header) const;
-    Retained<NSObject> asciiString(Header header, bool isKey);
-    Retained<NSObject> utf16String(Header header, bool isKey);
-    Retained<NSObject> data(Header header);
+    Retained<NSObject> newInteger(Header header) const;
+    Retained<NSObject> newReal(Header header) const;
+    Retained<NSObject> newUid(Header header) const;
+    Retained<NSObject> newAsciiString(Header header, bool isKey);
+    Retained<NSObject> newUtf16String(Header header, bool isKey);
+    Retained<NSObject> newData(Header header);
     std::size_t lengthAt(Header& header, std::size_t unitSize);
 
     const BinaryPropertyListDocument& document_;

@@ -8,9 +8,11 @@
 #include "platform/embedded/foundation/DictionaryStorage.h"
 #include "platform/embedded/foundation/PropertyListObjects.h"
 #include "platform/embedded/runtime/ReferenceCounting.h"
+#include "platform/services/PropertyListKinds.h"
 
-#include <algorithm>
 #include <array>
+#include <cstdint>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -19,12 +21,12 @@ namespace {
 
 using Header = BinaryPropertyListDocument::Header;
 
-// So many references to what was read before are followed until it is found out whether there would be too
-// many.
-constexpr std::size_t referencesUntried = 4096;
+// A document whose containers have so many references more than it has bytes is tried before it is read on,
+// where each place gets containers of its own.
+constexpr std::size_t referencesOfAny = 4096;
 
-// Containers are made when they are met and put into their places at once, so that the outermost holds all
-// that was read; what they hold is put into their storage one by one.
+// Containers are made when they are met and put into their places at once, so that the outermost one holds
+// what was read, save what equal keys may leave out; their contents are put into their storage one by one.
 class Reader {
 public:
     Reader(std::string_view document, NSPropertyListMutabilityOptions mutability)
@@ -33,8 +35,8 @@ public:
           objects_(mutability),
           leaves_(document_, objects_),
           known_(document_.objectCount()),
-          untriedReferences_(objects_.hasMutableContainers() ? document.size() + referencesUntried
-                                                             : mostReferences(document_)) {}
+          mostUntried_(objects_.hasMutableContainers() ? document.size() + referencesOfAny
+                                                       : mostReferences(document_)) {}
 
     Retained<NSObject> read();
 
@@ -43,17 +45,19 @@ private:
     struct Container {
         std::uint64_t number;
         Object* object;
-        std::size_t position;   // of the next reference
-        std::size_t end;        // of the references
-        NSObject* item;         // the next place: in an array,
-        DictionaryEntry* entry; // or in a dictionary, and then not null
+        std::size_t position; // of the next reference
+        std::size_t end;      // of the references
+        // The next place: this entry's, or this where there is none, in an array or for values of equal keys.
+        DictionaryEntry* entry;
+        NSObject* item;
     };
     // A dictionary without equal keys, and the numbers of its keys as they stand in the document.
     struct Model {
         std::string_view keys;
         NSDictionary dictionary;
     };
-    // A dictionary with equal keys, which is filled when everything has been read.
+    // A dictionary with equal keys. It is filled when everything has been read: until then only its keys are
+    // looked at, as those of any other container are.
     struct EqualKeys {
         NSDictionary dictionary;
         std::vector<std::size_t> entries; // of its values, in the order of the document
@@ -89,7 +93,7 @@ private:
     std::vector<EqualKeys> equalKeys_;
     std::vector<Retained<NSObject>> leftOutKeys_; // equal ones, held since other places may refer to them
     std::size_t references_ = 0;                  // of the containers that were opened
-    std::size_t untriedReferences_;               // that are followed without a trial
+    std::size_t mostUntried_;                     // of them without a trial
 };
 
 Retained<NSObject> Reader::read() {
@@ -140,22 +144,22 @@ void Reader::open(std::uint64_t number, Header header, NSObject& place) {
     const bool isDictionary = header.marker == binaryPropertyList::dictionary;
     const std::size_t size = document_.referenceSize();
     const std::size_t length = document_.lengthAt(header, isDictionary ? 2 * size : size);
-    // Before anything is made of it, so that what is made stays in proportion.
+    // All of them, before room is made for what they refer to.
     references_ += isDictionary ? 2 * length : length;
-    if (references_ > untriedReferences_) [[unlikely]]
+    if (references_ > mostUntried_) [[unlikely]]
         checkSharing();
     const std::size_t position = header.position;
     if (!isDictionary) {
         place = objects_.arrayToFill(length).leak();
         NSObject* const items = storageOf<ArrayStorage>(place).items;
-        open_.push_back({number, place.object(), position, position + length * size, items, nullptr});
+        open_.push_back({number, place.object(), position, position + length * size, nullptr, items});
         return;
     }
     const std::size_t values = position + length * size;
     place = newDictionary(number, document_.bytes(position, length * size), position).leak();
     DictionaryStorage& storage = storageOf<DictionaryStorage>(place);
     open_.push_back(
-        {number, place.object(), values, values + length * size, nullptr, storage.entriesToFill()});
+        {number, place.object(), values, values + length * size, storage.entriesToFill(), nullptr});
     if (storage.count() < length) [[unlikely]]
         openEqualKeys(open_.back());
 }
@@ -230,9 +234,8 @@ void Reader::close() {
 // A few bytes may stand for a million containers. Before so many are made, only to be refused, what they
 // would be is counted, each object's contents once.
 void Reader::checkSharing() {
-    if (untriedReferences_ == mostReferences(document_))
-        document_.fail("Too many references to shared objects");
-    untriedReferences_ = mostReferences(document_);
+    if (mostUntried_ == mostReferences(document_)) document_.fail("Too many references to shared objects");
+    mostUntried_ = mostReferences(document_);
     tryBinaryPropertyList(document_, mutability_);
 }
 

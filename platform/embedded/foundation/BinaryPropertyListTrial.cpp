@@ -46,7 +46,7 @@ private:
     bool passOver(std::uint64_t number, bool isKey);
     void close();
 
-    BinaryPropertyListDocument document_;
+    BinaryPropertyListDocument document_; // its own, which knows what was looked at last
     const PropertyListObjects objects_;
     BinaryPropertyListLeaves leaves_;
     std::vector<Extent> extents_; // by number
@@ -139,7 +139,8 @@ void Trial::close() {
 
 } // namespace
 
-void tryBinaryPropertyList(BinaryPropertyListDocument document, NSPropertyListMutabilityOptions mutability) {
+void tryBinaryPropertyList(const BinaryPropertyListDocument& document,
+                           NSPropertyListMutabilityOptions mutability) {
     Trial(document, mutability).run();
 }
 

@@ -89,15 +89,18 @@ void DictionaryStorage::reserveSlots(std::size_t entries) {
     if (entries > smallSize && wanted > slotCount()) fillSlots(wanted);
 }
 
+// Into a buffer of that capacity, which all of them fit into.
+void DictionaryStorage::moveEntries(std::size_t capacity) {
+    DictionaryEntry* const buffer = resized(isInline_ ? nullptr : entries_, capacity);
+    if (isInline_) std::copy_n(entries_, size_, buffer);
+    entries_ = buffer;
+    capacity_ = static_cast<std::uint32_t>(capacity);
+    isInline_ = false;
+}
+
 void DictionaryStorage::reserve(std::size_t entries) {
     if (entries > mostEntries) throw std::length_error("too many dictionary entries");
-    if (entries > capacity_) {
-        DictionaryEntry* const grown = resized(isInline_ ? nullptr : entries_, entries);
-        if (isInline_) std::copy_n(entries_, size_, grown);
-        entries_ = grown;
-        capacity_ = static_cast<std::uint32_t>(entries);
-        isInline_ = false;
-    }
+    if (entries > capacity_) moveEntries(entries);
     reserveSlots(entries);
 }
 
@@ -177,13 +180,14 @@ DictionaryEntry DictionaryStorage::take(std::size_t index) {
 }
 
 void DictionaryStorage::swapEntries(DictionaryStorage& other) {
+    for (DictionaryStorage* storage : {this, &other})
+        if (storage->isInline_) storage->moveEntries(std::max<std::size_t>(storage->size_, 1));
     std::swap(entries_, other.entries_);
     std::swap(slots_, other.slots_);
     std::swap(size_, other.size_);
     std::swap(capacity_, other.capacity_);
     std::swap(count_, other.count_);
     std::swap(slotBits_, other.slotBits_);
-    std::swap(isInline_, other.isInline_);
     ++mutations;
     ++other.mutations;
 }

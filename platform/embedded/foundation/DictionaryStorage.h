@@ -64,17 +64,17 @@ public:
         ++count_;
         ++mutations;
     }
-    // Fills a table that is empty and has room with the keys of another one from which nothing was removed,
-    // and that nobody else has seen yet. The objects are nil, to be replaced by the caller before anybody
-    // sees the dictionary.
+    // Fills a table that is empty and has room with the keys of another one, from which nothing was removed
+    // and which no other thread has seen yet. The objects are nil, to be replaced by the caller before
+    // anybody sees the dictionary.
     void fillWithKeys(const DictionaryStorage& model);
-    // The entries, to be given such objects.
+    // Where the caller replaces them.
     DictionaryEntry* entriesToFill() { return entries_; }
     // Takes an object's place, handing the reference to the old one to the caller.
     NSObject replaceObject(std::size_t index, NSObject object);
     // Takes an entry out, handing its references to the caller.
     DictionaryEntry take(std::size_t index);
-    // Exchanges the entries of two tables.
+    // Exchanges the entries of two tables. They no longer stand behind an object then.
     void swapEntries(DictionaryStorage& other);
 
     // Makes an empty table a copy of that of a dictionary with storage of its own, with references of its
@@ -91,6 +91,7 @@ private:
     std::size_t slotOf(NSUInteger hash) const;
     void fillSlots(std::size_t slotCount);
     void reserveSlots(std::size_t entries);
+    void moveEntries(std::size_t capacity);
     void makeRoom();
     // Makes room for one more entry, and a slot that says where it will be.
     void makePlace(NSUInteger hash);

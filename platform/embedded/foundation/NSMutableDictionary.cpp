@@ -88,8 +88,7 @@ void removeAllObjects(NSMutableDictionary self, SEL) {
         return;
     }
     // They go when the dictionary is whole again, since a release may set off code that looks at it, or lets
-    // go of it: their places may be behind the dictionary.
-    const Retained<NSMutableDictionary> held = retain(self);
+    // go of it.
     DictionaryStorage taken;
     storageOf(self).swapEntries(taken);
     for (std::size_t index = 0; index < taken.size(); ++index) {

@@ -45,8 +45,8 @@ public:
     Retained<NSArray> arrayToFill(std::size_t count) const;
     // A key that equals one before it is left where it was.
     Retained<NSDictionary> dictionaryToFill(std::span<Retained<NSObject>> keys) const;
-    // With the keys of another one that was made to be filled, in the same order, which has had no other
-    // owner yet.
+    // With the keys, in their order, of another one that was made to be filled and that no other thread has
+    // seen yet.
     Retained<NSDictionary> dictionaryToFill(NSDictionary model) const;
 
 private:
