@@ -31,8 +31,6 @@ BinaryPropertyListDocument::BinaryPropertyListDocument(std::string_view bytes) :
         refuse("Trailer with a wrong number of objects", start + 8);
     if (trailer_.topObject >= trailer_.objectCount)
         refuse("Trailer with a top object that is not there", start + 16);
-    offsetShift_ = shiftFor(trailer_.offsetSize);
-    referenceShift_ = shiftFor(trailer_.referenceSize);
 }
 
 std::uint64_t BinaryPropertyListDocument::longLengthAt(Header& header) const {

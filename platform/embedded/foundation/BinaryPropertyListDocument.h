@@ -38,7 +38,7 @@ public:
     std::uint64_t referenceAt(std::size_t position, std::uint64_t container) {
         current_ = container;
         offset_ = position;
-        const std::uint64_t number = eightBytesAt(position) >> referenceShift_;
+        const std::uint64_t number = bigEndian(position, trailer_.referenceSize);
         if (number >= trailer_.objectCount) [[unlikely]]
             fail("Reference to an object that is not there");
         return number;
@@ -47,7 +47,7 @@ public:
     Header headerOf(std::uint64_t number) {
         current_ = number;
         offset_ = trailer_.offsetTableStart + number * trailer_.offsetSize; // of its entry in the table
-        const std::uint64_t offset = eightBytesAt(offset_) >> offsetShift_;
+        const std::uint64_t offset = bigEndian(offset_, trailer_.offsetSize);
         if (offset < binaryPropertyList::magic.size() || offset >= trailer_.offsetTableStart) [[unlikely]]
             fail("Offset outside of the objects");
         offset_ = offset;
@@ -68,6 +68,22 @@ public:
         return length;
     }
 
+    // A container's entries or items: how many, and where the references to them are. Those of an array are
+    // all values.
+    struct Contents {
+        std::size_t count;
+        std::size_t keys;
+        std::size_t values;
+        std::size_t end;
+    };
+    Contents contentsOf(Header header) const {
+        const bool isDictionary = header.marker == binaryPropertyList::dictionary;
+        const std::size_t size = trailer_.referenceSize;
+        const std::size_t count = lengthAt(header, isDictionary ? 2 * size : size);
+        const std::size_t values = header.position + (isDictionary ? count * size : 0);
+        return {count, header.position, values, values + count * size};
+    }
+
     // Whether that many bytes from a position on belong to the objects.
     bool holds(std::size_t position, std::size_t count) const {
         return count <= trailer_.offsetTableStart - position;
@@ -78,27 +94,22 @@ public:
     // A number of 1 to 8 bytes, which begin before the trailer or are one of its last three fields: there are
     // eight bytes from there on.
     std::uint64_t bigEndian(std::size_t position, std::size_t size) const {
-        return eightBytesAt(position) >> shiftFor(size);
+        const char* const bytes = bytes_.data() + position;
+        const auto byte = [&](int index) { return std::uint64_t{static_cast<unsigned char>(bytes[index])}; };
+        // One load, and one instruction that turns it round.
+        const std::uint64_t all = byte(0) << 56 | byte(1) << 48 | byte(2) << 40 | byte(3) << 32
+                                  | byte(4) << 24 | byte(5) << 16 | byte(6) << 8 | byte(7);
+        return all >> 8 * (8 - size);
     }
 
     // Refuses the document for the object or the reference that was looked at last.
     [[noreturn, gnu::cold]] void fail(const char* text) const;
 
 private:
-    static constexpr unsigned shiftFor(std::size_t size) { return static_cast<unsigned>(64 - 8 * size); }
-    // One load, and one instruction that turns it round.
-    std::uint64_t eightBytesAt(std::size_t position) const {
-        const char* const bytes = bytes_.data() + position;
-        const auto byte = [&](int index) { return std::uint64_t{static_cast<unsigned char>(bytes[index])}; };
-        return byte(0) << 56 | byte(1) << 48 | byte(2) << 40 | byte(3) << 32 | byte(4) << 24 | byte(5) << 16
-               | byte(6) << 8 | byte(7);
-    }
     std::uint64_t longLengthAt(Header& header) const;
 
     std::string_view bytes_;
     binaryPropertyList::Trailer trailer_{};
-    unsigned offsetShift_ = 0; // of eight bytes that begin with an offset
-    unsigned referenceShift_ = 0;
     std::uint64_t current_ = 0; // the number of the object that was looked at last
     std::uint64_t offset_ = 0;
 };

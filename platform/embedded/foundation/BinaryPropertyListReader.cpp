@@ -66,8 +66,9 @@ private:
         void fillDictionary();
     };
 
-    void open(std::uint64_t number, Header header, NSObject& place);
-    Retained<NSDictionary> newDictionary(std::uint64_t number, std::string_view keys, std::size_t position);
+    Object* knownObject(std::uint64_t number) const;
+    void open(std::uint64_t number, const Header& header, NSObject& place);
+    Retained<NSDictionary> newDictionary(std::uint64_t number, std::size_t keysBegin, std::size_t keysEnd);
     void readKeys(std::uint64_t number, std::size_t position, std::size_t end);
     void openEqualKeys(Container& container);
     bool readContents();
@@ -107,6 +108,14 @@ Retained<NSObject> Reader::read() {
     return top;
 }
 
+// What was read before under a number that a container refers to; null where it is still to be read.
+Object* Reader::knownObject(std::uint64_t number) const {
+    Object* const known = known_[number];
+    if (known == openMark) [[unlikely]]
+        document_.fail("Container inside itself");
+    return known;
+}
+
 // Reads on in the innermost container; false where another one has been opened inside it.
 bool Reader::readContents() {
     Container& container = open_.back();
@@ -117,13 +126,11 @@ bool Reader::readContents() {
     for (std::size_t position = container.position; position != end; position += size) {
         NSObject& place = entry ? (entry++)->object : *item++;
         const std::uint64_t number = document_.referenceAt(position, container.number);
-        Object* const known = known_[number];
-        if (known && known != openMark) {
+        if (Object* const known = knownObject(number)) {
             addUnsharedReference(known);
             place = NSObject(known);
             continue;
         }
-        if (known) document_.fail("Container inside itself");
         const Header header = document_.headerOf(number);
         if (header.isContainer()) {
             container.position = position + size;
@@ -138,39 +145,35 @@ bool Reader::readContents() {
     return true;
 }
 
-void Reader::open(std::uint64_t number, Header header, NSObject& place) {
+void Reader::open(std::uint64_t number, const Header& header, NSObject& place) {
     if (open_.size() == deepestPropertyList) document_.fail("Containers nested more than 512 deep");
     known_[number] = openMark;
+    const auto [count, keys, values, end] = document_.contentsOf(header);
     const bool isDictionary = header.marker == binaryPropertyList::dictionary;
-    const std::size_t size = document_.referenceSize();
-    const std::size_t length = document_.lengthAt(header, isDictionary ? 2 * size : size);
     // All of them, before room is made for what they refer to.
-    references_ += isDictionary ? 2 * length : length;
+    references_ += isDictionary ? 2 * count : count;
     if (references_ > mostUntried_) [[unlikely]]
         checkSharing();
-    const std::size_t position = header.position;
     if (!isDictionary) {
-        place = objects_.arrayToFill(length).leak();
-        NSObject* const items = storageOf<ArrayStorage>(place).items;
-        open_.push_back({number, place.object(), position, position + length * size, nullptr, items});
+        place = objects_.arrayToFill(count).leak();
+        open_.push_back({number, place.object(), values, end, nullptr, storageOf<ArrayStorage>(place).items});
         return;
     }
-    const std::size_t values = position + length * size;
-    place = newDictionary(number, document_.bytes(position, length * size), position).leak();
+    place = newDictionary(number, keys, values).leak();
     DictionaryStorage& storage = storageOf<DictionaryStorage>(place);
-    open_.push_back(
-        {number, place.object(), values, values + length * size, storage.entriesToFill(), nullptr});
-    if (storage.count() < length) [[unlikely]]
+    open_.push_back({number, place.object(), values, end, storage.entriesToFill(), nullptr});
+    if (storage.count() < count) [[unlikely]]
         openEqualKeys(open_.back());
 }
 
-// A dictionary of the keys whose numbers are in the document at a position.
-Retained<NSDictionary> Reader::newDictionary(std::uint64_t number, std::string_view keys,
-                                             std::size_t position) {
+// A dictionary of the keys whose references are in that part of the document.
+Retained<NSDictionary> Reader::newDictionary(std::uint64_t number, std::size_t keysBegin,
+                                             std::size_t keysEnd) {
+    const std::string_view keys = document_.bytes(keysBegin, keysEnd - keysBegin);
     // Most dictionaries have the keys of another one. Mutable leaves are each place's own.
     Model* const model = keys.empty() || objects_.hasMutableLeaves() ? nullptr : &modelFor(keys);
     if (model && model->keys == keys) return objects_.dictionaryToFill(model->dictionary);
-    readKeys(number, position, position + keys.size());
+    readKeys(number, keysBegin, keysEnd);
     Retained<NSDictionary> made = objects_.dictionaryToFill(keys_);
     if (model && made.count() == keys_.size()) *model = {keys, made};
     return made;
@@ -187,14 +190,12 @@ void Reader::readKeys(std::uint64_t number, std::size_t position, std::size_t en
     keys_.clear();
     for (; position != end; position += document_.referenceSize()) {
         const std::uint64_t keyNumber = document_.referenceAt(position, number);
-        Object* const known = known_[keyNumber];
-        if (known && known != openMark) {
+        if (Object* const known = knownObject(keyNumber)) {
             if (!isString(known)) document_.fail("Key that is no string");
             addUnsharedReference(known);
             keys_.push_back(adopt(NSObject(known)));
             continue;
         }
-        if (known) document_.fail("Container inside itself");
         const Header header = document_.headerOf(keyNumber);
         if (header.isContainer()) document_.fail("Key that is no string");
         Object* const made = keys_.emplace_back(leaves_.make(header, true)).object();
@@ -226,9 +227,9 @@ void Reader::EqualKeys::fillDictionary() {
 }
 
 void Reader::close() {
-    const Container container = open_.back();
-    open_.pop_back();
+    const Container& container = open_.back();
     known_[container.number] = objects_.hasMutableContainers() ? nullptr : container.object;
+    open_.pop_back();
 }
 
 // A few bytes may stand for a million containers. Before so many are made, only to be refused, what they

@@ -42,7 +42,7 @@ private:
 
     void tryObject(std::uint64_t number, bool isKey);
     void tryLeaf(std::uint64_t number, const Header& header, bool isKey);
-    void open(std::uint64_t number, Header header);
+    void open(std::uint64_t number, const Header& header);
     bool passOver(std::uint64_t number, bool isKey);
     void close();
 
@@ -92,16 +92,13 @@ void Trial::tryLeaf(std::uint64_t number, const Header& header, bool isKey) {
     if (isKey && !extent.isString) document_.fail("Key that is no string");
 }
 
-void Trial::open(std::uint64_t number, Header header) {
+void Trial::open(std::uint64_t number, const Header& header) {
     if (open_.size() == deepestPropertyList) document_.fail("Containers nested more than 512 deep");
-    const bool isDictionary = header.marker == binaryPropertyList::dictionary;
-    const std::size_t entrySize = (isDictionary ? 2 : 1) * document_.referenceSize();
-    const std::size_t length = document_.lengthAt(header, entrySize);
-    const std::size_t values = header.position + (isDictionary ? length * document_.referenceSize() : 0);
+    const BinaryPropertyListDocument::Contents contents = document_.contentsOf(header);
     Extent before;
     before.references = references_;
     before.leafBytes = leaves_.byteCount();
-    open_.push_back({number, header.position, values, header.position + length * entrySize, before});
+    open_.push_back({number, contents.keys, contents.values, contents.end, before});
     extents_[number].isOpen = true;
 }
 

@@ -12,7 +12,7 @@ bool isPlain(NSObject object) { return object.object()->isa == NSNumber::classOb
 
 // ---- Making
 
-Object* makeNumber(NumberValue value) {
+Object* makeNumber(const NumberValue& value) {
     const auto [number, storage, _] = createInstanceWith<NumberValue>("NSNumber"_class);
     storage = value;
     return number;
@@ -179,12 +179,10 @@ NSNumber copyWithZone(NSNumber self, SEL, void*) { return retain(self).leak(); }
 
 } // namespace
 
-Retained<NSNumber> newNumber(NumberValue value) {
-    if (const NSNumber common = CommonNumbers::shared().find(value)) return adopt(common); // immortal
-    return newUncommonNumber(value);
+Retained<NSNumber> newNumber(const NumberValue& value) {
+    if (const NSNumber common = CommonNumbers::shared().find(value)) return retain(common);
+    return adopt(NSNumber(makeNumber(value)));
 }
-
-Retained<NSNumber> newUncommonNumber(NumberValue value) { return adopt(NSNumber(makeNumber(value))); }
 
 NumberValue valueOf(NSNumber number) {
     if (isPlain(number) || answersWith(number, "objCType"_sel, objCType))

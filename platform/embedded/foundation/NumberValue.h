@@ -92,9 +92,7 @@ NumberValue numberValue(T value) {
 NSComparisonResult compareNumbers(const NumberValue& left, const NumberValue& right);
 
 // A number of that value.
-Retained<NSNumber> newNumber(NumberValue value);
-// The same where the value is none of those that are made once: a real number.
-Retained<NSNumber> newUncommonNumber(NumberValue value);
+Retained<NSNumber> newNumber(const NumberValue& value);
 
 // The value of any number, asked for by message where a subclass keeps its own. An object that is no number
 // raises the unrecognised-selector exception.

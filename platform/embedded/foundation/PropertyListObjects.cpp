@@ -65,11 +65,9 @@ Retained<NSObject> PropertyListObjects::unsignedInteger(std::uint64_t value) {
 Retained<NSObject> PropertyListObjects::boolean(bool value) {
     return newNumber(NumberValue::ofBoolean(value));
 }
-Retained<NSObject> PropertyListObjects::real(double value) {
-    return newUncommonNumber(NumberValue::ofDouble(value));
-}
+Retained<NSObject> PropertyListObjects::real(double value) { return newNumber(NumberValue::ofDouble(value)); }
 Retained<NSObject> PropertyListObjects::singleReal(float value) {
-    return newUncommonNumber(NumberValue::ofFloat(value));
+    return newNumber(NumberValue::ofFloat(value));
 }
 
 Retained<NSObject> PropertyListObjects::date(NSTimeInterval sinceReferenceDate) {

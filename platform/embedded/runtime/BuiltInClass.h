@@ -75,8 +75,8 @@ struct Instance {
     void* extraBytes;
 };
 // The same as createInstance for a class of the platform's own whose objects hold a `Storage` and nothing
-// else. // Their layout being known, nothing is looked up; the tests in Instances_test.cpp hold it against
-// the classes.
+// else. Their layout being known, nothing is looked up; the tests in Instances_test.cpp hold it against the
+// classes.
 template <class Storage>
 Instance<Storage> createInstanceWith(Class classObject, std::size_t extraBytes = 0) {
     static_assert(sizeof(Object) % alignof(std::max_align_t) == 0);

@@ -29,7 +29,6 @@ RuntimeClass* newRecord(const std::string& name, RuntimeClass* superclass) {
     if (superclass) {
         record->instanceSize = superclass->instanceSize;
         record->storages = superclass->storages;
-        record->storagesToDestroy = superclass->storagesToDestroy;
         record->hasInstanceVariables = superclass->hasInstanceVariables;
         record->holdsObjects = superclass->holdsObjects;
         superclass->subclasses.push_back(record);
@@ -87,19 +86,15 @@ RuntimeClass* makeClass(const std::string& name, RuntimeClass* superclass,
         // answers.
         table.rootMetaclass = metaclass;
         metaclass->storages.clear();
-        metaclass->storagesToDestroy.clear();
     }
     metaclass->isa = table.rootMetaclass;
     record->isa = metaclass;
 
     if (!methods.empty()) record->definition = reinterpret_cast<const void*>(methods.front().implementation);
     if (storage.holdsObjects) record->holdsObjects = true;
-    if (storage.size > 0) {
-        const StorageSlot slot{reserve(record, storage.size, storage.alignment), storage.construct,
-                               storage.destroy};
-        record->storages.push_back(slot);
-        if (slot.destroy) record->storagesToDestroy.insert(record->storagesToDestroy.begin(), slot);
-    }
+    if (storage.size > 0)
+        record->storages.push_back(
+            {reserve(record, storage.size, storage.alignment), storage.construct, storage.destroy});
     if (!instanceVariables.empty()) record->hasInstanceVariables = true;
     for (const InstanceVariableRow& row : instanceVariables)
         record->instanceVariables.push_back(

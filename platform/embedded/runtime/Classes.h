@@ -38,7 +38,6 @@ struct RuntimeClass : ClassRecord {
     bool isMetaclass = false;
     std::size_t instanceSize = sizeof(Object);
     std::vector<StorageSlot> storages;               // inherited ones first
-    std::vector<StorageSlot> storagesToDestroy;      // those with something to destroy, inherited ones last
     std::vector<InstanceVariable> instanceVariables; // its own
     bool hasInstanceVariables = false;               // inherited ones included
     bool holdsObjects = false;                       // whether destroying the storages may release objects

@@ -26,8 +26,9 @@ void* extraBytesOf(Object* object) {
 }
 
 void disposeInstance(Object* object) {
-    for (const StorageSlot& slot : classRecordOf(object)->storagesToDestroy)
-        slot.destroy(reinterpret_cast<std::byte*>(object) + slot.offset);
+    const RuntimeClass* classRecord = classRecordOf(object);
+    for (auto slot = classRecord->storages.rbegin(); slot != classRecord->storages.rend(); ++slot)
+        if (slot->destroy) slot->destroy(reinterpret_cast<std::byte*>(object) + slot->offset);
     object->~Object();
     std::free(object);
 }

@@ -39,21 +39,17 @@ void ThreadState::closePool(std::size_t begin) {
 void ThreadState::makeRoom() { autoreleased_.resize(std::max<std::size_t>(2 * autoreleased_.size(), 64)); }
 
 void ThreadState::deallocate(Object* object) {
-    if (depth_ == deepestDeallocation) [[unlikely]]
-        return postpone(object);
+    if (depth_ == deepestDeallocation) {
+        postponed_.push_back(object);
+        return;
+    }
     struct Depth {
         explicit Depth(std::size_t& depth) : depth_(depth) { ++depth_; }
         ~Depth() { --depth_; }
         std::size_t& depth_;
     } const entered(depth_);
     send<void>(NSObject(object), "dealloc"_sel);
-    if (depth_ == 1 && !postponed_.empty()) [[unlikely]]
-        deallocatePostponed();
-}
-
-void ThreadState::postpone(Object* object) { postponed_.push_back(object); }
-
-void ThreadState::deallocatePostponed() {
+    if (depth_ > 1) return;
     while (!postponed_.empty()) {
         Object* next = postponed_.back();
         postponed_.pop_back();

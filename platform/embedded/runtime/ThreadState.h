@@ -39,9 +39,6 @@ private:
     static constinit thread_local ThreadState* current_;
 
     void makeRoom();
-    // Apart from deallocate, which hardly ever needs them.
-    [[gnu::noinline]] void postpone(Object* object);
-    [[gnu::noinline]] void deallocatePostponed();
 
     std::vector<Object*> autoreleased_; // of all pools, the innermost last, and room for more
     std::size_t count_ = 0;

@@ -1,6 +1,6 @@
 // The containers of a copied property list have room for their contents behind them: one request for each.
 #include "../MemoryRequests.h"
-#include "PlatformTest.h"
+#include "Records.h"
 
 #include "TessarinFoundation/NSPropertyListSerialization+TessarinExtensions.h"
 
@@ -9,18 +9,6 @@ namespace {
 
 class PropertyListCopyMemoryTest : public PlatformTest {
 protected:
-    // As many records of two containers.
-    static Retained<NSObject> newRecords(int count) {
-        const AutoreleasePool pool;
-        const NSMutableArray list = NSMutableArray::array();
-        for (int index = 0; index < count; ++index) {
-            const NSMutableDictionary record = NSMutableDictionary::dictionary();
-            record.setObject_forKey(NSNumber::numberWithLongLong(index), "number"_ns);
-            record.setObject_forKey(NSArray::arrayOf("a"_ns, "b"_ns), "tags"_ns);
-            list.addObject(record);
-        }
-        return retain<NSObject>(list);
-    }
     static std::size_t requestsToCopy(int count) {
         const Retained<NSObject> records = newRecords(count);
         bool isCopied = false;

@@ -1,7 +1,7 @@
 // Whether something is a property list is found out without asking for memory, as long as every container has
 // one owner and no more than 64 are inside each other.
 #include "../MemoryRequests.h"
-#include "PlatformTest.h"
+#include "Records.h"
 
 namespace tessarin::testing {
 namespace {
@@ -33,18 +33,7 @@ TEST_F(PropertyListExaminationMemoryTest, ContainersOfOneOwnerTakeNone) {
 }
 
 TEST_F(PropertyListExaminationMemoryTest, RecordsTakeNone) {
-    Retained<NSObject> records;
-    {
-        const AutoreleasePool pool;
-        const NSMutableArray list = NSMutableArray::array();
-        for (int index = 0; index < 1000; ++index) {
-            const NSMutableDictionary record = NSMutableDictionary::dictionary();
-            record.setObject_forKey(NSNumber::numberWithInt(index), "number"_ns);
-            record.setObject_forKey(NSArray::arrayOf("a"_ns, "b"_ns), "tags"_ns);
-            list.addObject(record);
-        }
-        records = retain<NSObject>(list);
-    }
+    const Retained<NSObject> records = newRecords(1000);
     EXPECT_EQ(requestsToExamine(records), 0u);
 }
 
